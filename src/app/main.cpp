@@ -1,0 +1,25 @@
+#include "ProjectTotalsWindow.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Hourfold"));
+    QApplication::setOrganizationName(QStringLiteral("Hourfold"));
+    QApplication::setApplicationVersion(QStringLiteral(HOURFOLD_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Time tracking for freelancers."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A project file to open."));
+    parser.process(app);
+
+    ProjectTotalsWindow window;
+    window.show();
+    if (!parser.positionalArguments().isEmpty())
+        window.openFile(parser.positionalArguments().constFirst());
+    return app.exec();
+}

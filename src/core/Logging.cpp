@@ -1,0 +1,6 @@
+#include "Logging.h"
+
+Q_LOGGING_CATEGORY(lcModel, "hourfold.model")
+Q_LOGGING_CATEGORY(lcFile, "hourfold.file")
+Q_LOGGING_CATEGORY(lcLocale, "hourfold.locale")
+Q_LOGGING_CATEGORY(lcPreferences, "hourfold.preferences")

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QLoggingCategory>
+
+// One logging category per area of the core library.
+Q_DECLARE_LOGGING_CATEGORY(lcModel)
+Q_DECLARE_LOGGING_CATEGORY(lcFile)
+Q_DECLARE_LOGGING_CATEGORY(lcLocale)
+Q_DECLARE_LOGGING_CATEGORY(lcPreferences)

@@ -1,0 +1,144 @@
+#include "Project.h"
+
+#include "../platform/CurrencyFormatter.h"
+#include "Entry.h"
+#include "FlatFeeEntry.h"
+#include "StoredForms.h"
+
+Project::Project()
+    : Project(QString(), QString(), 0.0f, 0, 0, 0, -1, QStringLiteral(""))
+{
+}
+
+Project::Project(const QString &name, const QString &description, float hourlyWage, int roundWhat,
+                 int roundTo, int roundType, int customer, const QString &tags)
+    : m_name(name)
+    , m_description(description)
+    , m_hourlyWage(hourlyWage)
+    , m_roundWhat(roundWhat)
+    , m_roundTo(roundTo)
+    , m_roundType(roundType)
+    , m_customer(customer)
+    , m_tags(tags)
+{
+}
+
+void Project::addEntry(const std::shared_ptr<ProjectItem> &item)
+{
+    item->setParent(this);
+    m_entries.append(item);
+}
+
+void Project::deleteEntry(const std::shared_ptr<ProjectItem> &item)
+{
+    m_entries.removeAll(item);
+}
+
+int Project::totalTime(bool effective) const
+{
+    int total = 0;
+    for (const auto &item : m_entries) {
+        if (item->isWorking())
+            continue;
+        total += effective ? item->effectiveDuration() : item->time();
+    }
+    return total;
+}
+
+int Project::totalPauseTime() const
+{
+    int total = 0;
+    for (const auto &item : m_entries) {
+        if (item->isEntry() && !item->isWorking())
+            total += static_cast<const Entry &>(*item).netPauseTime();
+    }
+    return total;
+}
+
+float Project::totalWages() const
+{
+    float wages = float(double(totalTime(true)) / 60.0 * double(m_hourlyWage));
+    for (const auto &item : m_entries) {
+        if (item->isFlatFee())
+            wages += static_cast<const FlatFeeEntry &>(*item).amount();
+    }
+    return wages;
+}
+
+float Project::totalWagesWithFilter(bool applyFilter, const ItemFilter &isEntryFiltered) const
+{
+    float wages = 0.0f;
+    for (const auto &item : m_entries) {
+        if (applyFilter && isEntryFiltered && isEntryFiltered(*item))
+            continue;
+        if (item->isFlatFee())
+            wages += static_cast<const FlatFeeEntry &>(*item).amount();
+        else if (!item->isWorking())
+            wages = float(double(wages) +
+                          double(item->effectiveDuration()) / 60.0 * double(m_hourlyWage));
+    }
+    return wages;
+}
+
+const CurrencyFormatter &Project::currencyFormatter() const
+{
+    return m_currencyFormatter ? *m_currencyFormatter : CurrencyFormatter::fallback();
+}
+
+QString Project::formattedHourlyWage() const
+{
+    return currencyFormatter().format(m_hourlyWage);
+}
+
+QString Project::formattedTotalWages() const
+{
+    return currencyFormatter().format(totalWages());
+}
+
+QString Project::formattedTotalWagesWithFilter(bool applyFilter,
+                                               const ItemFilter &isEntryFiltered) const
+{
+    return currencyFormatter().format(totalWagesWithFilter(applyFilter, isEntryFiltered));
+}
+
+QString Project::formattedTotalTime(bool effective) const
+{
+    return StoredForms::durationText(totalTime(effective));
+}
+
+QString Project::formattedTotalPauseTime() const
+{
+    return StoredForms::durationText(totalPauseTime());
+}
+
+QString Project::htmlDescription() const
+{
+    QString html = m_description;
+    html.replace(u'\n', QStringLiteral("<br/>"));
+    return html;
+}
+
+std::shared_ptr<Project> Project::copy() const
+{
+    return std::make_shared<Project>(m_name, m_description, m_hourlyWage, m_roundWhat, m_roundTo,
+                                     m_roundType, -1, m_tags);
+}
+
+QVariant Project::valueForKey(QStringView key) const
+{
+    if (key == u"name")
+        return m_name;
+    if (key == u"description")
+        return m_description;
+    if (key == u"hourlyWage")
+        return m_hourlyWage;
+    if (key == u"totalDuration")
+        return totalDuration();
+    if (key == u"totalWages")
+        return totalWages();
+    if (key == u"customer")
+        return m_customer;
+    if (key == u"tags")
+        return m_tags;
+    return {};
+}

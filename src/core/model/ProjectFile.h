@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Project.h"
+
+#include <QByteArray>
+#include <QString>
+
+typedef struct _xmlDoc xmlDoc;
+
+// The project file on disk: reading (strict first, then forgiving), converting the older
+// unversioned layout, and writing atomically.
+class ProjectFile {
+public:
+    struct LoadResult {
+        bool ok = false;
+        QString error; // a sentence naming the problem, with the line where there is one
+        int line = 0;
+        ProjectList projects;
+        // Only the forgiving parse could read the file; its original bytes were kept at
+        // backupPath (empty when the copy could not be made: see error).
+        bool recovered = false;
+        QString backupPath;
+        // The file was in the older layout and converted in memory.
+        bool converted = false;
+    };
+
+    struct SaveResult {
+        bool ok = false;
+        QString error;
+    };
+
+    // Reads a project file. A failure leaves nothing behind: the caller keeps what it had.
+    static LoadResult load(const QString &path);
+    // Reads project file bytes; no backup is made.
+    static LoadResult read(const QByteArray &bytes);
+
+    static QByteArray makeXML(const ProjectList &projects);
+    // Writes the projects to a temporary file, flushes it and renames it over the target.
+    static SaveResult save(const QString &path, const ProjectList &projects);
+
+    // Turns an older-layout document into the current layout in place. False (with the reason)
+    // when an entry lacks its "day" or "from" element.
+    static bool convertXMLDocToCurrentFormat(xmlDoc *document, QString *error = nullptr);
+
+    // Keeps a copy of bytes beside path as NAME.recovered-YYYYMMDD-HHMMSS, never overwriting an
+    // earlier copy and not again when an identical copy exists. Returns the copy's path, or an
+    // empty text when it could not be written.
+    static QString keepRecoveredCopy(const QString &path, const QByteArray &bytes,
+                                     QString *error = nullptr);
+};

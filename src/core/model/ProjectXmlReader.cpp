@@ -1,0 +1,678 @@
+#include "ProjectXmlReader.h"
+
+#include "Entry.h"
+#include "FlatFeeEntry.h"
+#include "HelpFunctions.h"
+#include "StoredForms.h"
+
+#include <cstring>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+enum Tag : quint8 {
+    Unknown,
+    Projects,
+    ProjectTag,
+    Name,
+    Description,
+    Tags,
+    Wage,
+    Rounding,
+    What,
+    RoundTo,
+    Type,
+    Expanded,
+    CustomerID,
+    Attachments,
+    Path,
+    EntryTag,
+    FlatFeeTag,
+    Working,
+    Period,
+    From,
+    To,
+    Date,
+    Time,
+    PausedAt,
+    Day,
+    Pause,
+    PauseEntryTag,
+    Checked,
+    Comment,
+    Amount,
+};
+
+Tag tagOf(const xmlChar *localname)
+{
+    const char *n = reinterpret_cast<const char *>(localname);
+    const auto is = [n](const char *name) { return std::strcmp(n, name) == 0; };
+    switch (std::strlen(n)) {
+    case 2:
+        return is("to") ? To : Unknown;
+    case 3:
+        return is("day") ? Day : Unknown;
+    case 4:
+        if (is("name"))
+            return Name;
+        if (is("tags"))
+            return Tags;
+        if (is("wage"))
+            return Wage;
+        if (is("what"))
+            return What;
+        if (is("type"))
+            return Type;
+        if (is("path"))
+            return Path;
+        if (is("from"))
+            return From;
+        if (is("date"))
+            return Date;
+        if (is("time"))
+            return Time;
+        return Unknown;
+    case 5:
+        return is("entry") ? EntryTag : is("pause") ? Pause : Unknown;
+    case 6:
+        return is("period") ? Period : is("amount") ? Amount : Unknown;
+    case 7:
+        if (is("project"))
+            return ProjectTag;
+        if (is("roundto"))
+            return RoundTo;
+        if (is("working"))
+            return Working;
+        if (is("comment"))
+            return Comment;
+        return is("checked") ? Checked : Unknown;
+    case 8:
+        if (is("projects"))
+            return Projects;
+        if (is("rounding"))
+            return Rounding;
+        if (is("expanded"))
+            return Expanded;
+        return is("pausedAt") ? PausedAt : Unknown;
+    case 10:
+        if (is("customerID"))
+            return CustomerID;
+        return is("pauseentry") ? PauseEntryTag : Unknown;
+    case 11:
+        if (is("description"))
+            return Description;
+        return is("attachments") ? Attachments : Unknown;
+    case 12:
+        return is("FlatFeeEntry") ? FlatFeeTag : Unknown;
+    default:
+        return Unknown;
+    }
+}
+
+using Text = std::optional<QString>;
+
+void setOnce(Text &field, const std::string &text)
+{
+    if (!field)
+        field = QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+struct PauseBuilder {
+    Text from;
+    Text to;
+};
+
+struct EntryBuilder {
+    int line = 0;
+    Text working, day, time, checked, comment, tags;
+    bool hasPeriod = false;
+    bool hasPausedAt = false;
+    Text fromDate, fromTime, toDate, toTime, pausedDate, pausedTime;
+    QStringList attachments;
+    PauseList pauses;
+};
+
+struct FeeBuilder {
+    int line = 0;
+    Text day, amount, checked, comment, tags;
+    QStringList attachments;
+};
+
+struct ProjectBuilder {
+    int line = 0;
+    Text name, description, tags, wage, expanded, customer;
+    bool hasRounding = false;
+    Text what, roundTo, type;
+    QStringList attachments;
+    ItemList timed;
+    ItemList fees;
+};
+
+// Thrown inside the reader to end a read with a structural error.
+struct ReadError {
+    QString message;
+    int line;
+};
+
+class SaxReader {
+public:
+    explicit SaxReader(xmlParserCtxtPtr ctxt)
+        : m_ctxt(ctxt)
+    {
+        m_stack.reserve(16);
+        m_text.reserve(256);
+    }
+
+    static void startElement(void *ctx, const xmlChar *localname, const xmlChar *, const xmlChar *,
+                             int, const xmlChar **, int, int, const xmlChar **)
+    {
+        static_cast<SaxReader *>(ctx)->start(tagOf(localname), localname);
+    }
+    static void endElement(void *ctx, const xmlChar *, const xmlChar *, const xmlChar *)
+    {
+        static_cast<SaxReader *>(ctx)->end();
+    }
+    static void characters(void *ctx, const xmlChar *ch, int len)
+    {
+        auto *reader = static_cast<SaxReader *>(ctx);
+        if (!reader->m_stopped)
+            reader->m_text.append(reinterpret_cast<const char *>(ch), size_t(len));
+    }
+    static void comment(void *ctx, const xmlChar *value)
+    {
+        auto *reader = static_cast<SaxReader *>(ctx);
+        if (!reader->m_rootSeen && std::strcmp(reinterpret_cast<const char *>(value), "1.5") == 0)
+            reader->m_versioned = true;
+    }
+    static void structuredError(void *ctx, xmlErrorPtr error)
+    {
+        auto *reader = static_cast<SaxReader *>(ctx);
+        if (error && error->level >= XML_ERR_ERROR && reader->m_xmlError.isEmpty()) {
+            reader->m_xmlError = QString::fromUtf8(error->message).trimmed();
+            reader->m_xmlErrorLine = error->line;
+        }
+    }
+
+    // Closes what a forgiving parse left open at the end of the data.
+    void closeOpenElements()
+    {
+        while (!m_stopped && m_stack.size() > 1)
+            end();
+    }
+
+    bool m_versioned = false;
+    bool m_rootSeen = false;
+    bool m_olderLayout = false;
+    bool m_stopped = false;
+    std::optional<ReadError> m_error;
+    QString m_xmlError;
+    int m_xmlErrorLine = 0;
+    ProjectList m_projects;
+
+private:
+    int line() const { return xmlSAX2GetLineNumber(m_ctxt); }
+
+    void stop()
+    {
+        m_stopped = true;
+        xmlStopParser(m_ctxt);
+    }
+
+    void start(Tag tag, const xmlChar *localname)
+    {
+        if (m_stopped)
+            return;
+        if (!m_rootSeen) {
+            m_rootSeen = true;
+            if (!m_versioned) {
+                m_olderLayout = true;
+                stop();
+                return;
+            }
+            if (tag != Projects) {
+                m_error = ReadError{
+                    QStringLiteral("The root element is \"%1\", not \"projects\".")
+                        .arg(QString::fromUtf8(reinterpret_cast<const char *>(localname))),
+                    line()};
+                stop();
+                return;
+            }
+        }
+        m_stack.push_back(tag);
+        m_text.clear();
+        const size_t n = m_stack.size();
+        if (n == 2 && tag == ProjectTag) {
+            m_project.emplace();
+            m_project->line = line();
+            ++m_projectIndex;
+        } else if (n == 3 && m_stack[1] == ProjectTag) {
+            if (tag == EntryTag) {
+                m_entry.emplace();
+                m_entry->line = line();
+            } else if (tag == FlatFeeTag) {
+                m_fee.emplace();
+                m_fee->line = line();
+            } else if (tag == Rounding) {
+                m_project->hasRounding = true;
+            }
+        } else if (n == 4 && m_stack[2] == EntryTag && m_entry) {
+            if (tag == Period)
+                m_entry->hasPeriod = true;
+            else if (tag == PausedAt)
+                m_entry->hasPausedAt = true;
+        } else if (n == 5 && tag == PauseEntryTag && m_stack[2] == EntryTag &&
+                   m_stack[3] == Pause) {
+            m_pause.emplace();
+        }
+    }
+
+    void end()
+    {
+        if (m_stopped || m_stack.empty())
+            return;
+        try {
+            handleEnd();
+        } catch (const ReadError &error) {
+            m_error = error;
+            stop();
+        }
+        m_stack.pop_back();
+        m_text.clear();
+    }
+
+    void handleEnd()
+    {
+        const size_t n = m_stack.size();
+        const Tag tag = m_stack.back();
+        if (n < 2 || m_stack[1] != ProjectTag || !m_project)
+            return;
+        if (n == 2) {
+            finishProject();
+        } else if (n == 3) {
+            projectChild(tag);
+        } else if (n == 4) {
+            const Tag parent = m_stack[2];
+            if (parent == Rounding) {
+                if (tag == What)
+                    setOnce(m_project->what, m_text);
+                else if (tag == RoundTo)
+                    setOnce(m_project->roundTo, m_text);
+                else if (tag == Type)
+                    setOnce(m_project->type, m_text);
+            } else if (parent == Attachments && tag == Path) {
+                m_project->attachments.append(QString::fromUtf8(m_text.data(), qsizetype(m_text.size())));
+            } else if (parent == EntryTag && m_entry) {
+                entryChild(tag);
+            } else if (parent == FlatFeeTag && m_fee) {
+                feeChild(tag);
+            }
+        } else if (n == 5) {
+            const Tag parent = m_stack[3];
+            const QString text = QString::fromUtf8(m_text.data(), qsizetype(m_text.size()));
+            if (parent == Attachments && tag == Path) {
+                if (m_stack[2] == EntryTag && m_entry)
+                    m_entry->attachments.append(text);
+                else if (m_stack[2] == FlatFeeTag && m_fee)
+                    m_fee->attachments.append(text);
+            } else if (m_stack[2] == EntryTag && m_entry) {
+                if (parent == PausedAt && tag == Date)
+                    setOnce(m_entry->pausedDate, m_text);
+                else if (parent == PausedAt && tag == Time)
+                    setOnce(m_entry->pausedTime, m_text);
+                else if (parent == Pause && tag == PauseEntryTag)
+                    finishPause();
+            }
+        } else if (n == 6 && m_stack[2] == EntryTag && m_entry) {
+            const Tag group = m_stack[3];
+            const Tag side = m_stack[4];
+            if (group == Period && side == From && tag == Date)
+                setOnce(m_entry->fromDate, m_text);
+            else if (group == Period && side == From && tag == Time)
+                setOnce(m_entry->fromTime, m_text);
+            else if (group == Period && side == To && tag == Date)
+                setOnce(m_entry->toDate, m_text);
+            else if (group == Period && side == To && tag == Time)
+                setOnce(m_entry->toTime, m_text);
+            else if (group == Pause && side == PauseEntryTag && m_pause && tag == From)
+                setOnce(m_pause->from, m_text);
+            else if (group == Pause && side == PauseEntryTag && m_pause && tag == To)
+                setOnce(m_pause->to, m_text);
+        }
+    }
+
+    void projectChild(Tag tag)
+    {
+        switch (tag) {
+        case Name:
+            setOnce(m_project->name, m_text);
+            break;
+        case Description:
+            setOnce(m_project->description, m_text);
+            break;
+        case Tags:
+            setOnce(m_project->tags, m_text);
+            break;
+        case Wage:
+            setOnce(m_project->wage, m_text);
+            break;
+        case Expanded:
+            setOnce(m_project->expanded, m_text);
+            break;
+        case CustomerID:
+            setOnce(m_project->customer, m_text);
+            break;
+        case EntryTag:
+            finishEntry();
+            break;
+        case FlatFeeTag:
+            finishFee();
+            break;
+        default:
+            break;
+        }
+    }
+
+    void entryChild(Tag tag)
+    {
+        switch (tag) {
+        case Working:
+            setOnce(m_entry->working, m_text);
+            break;
+        case Day:
+            setOnce(m_entry->day, m_text);
+            break;
+        case Time:
+            setOnce(m_entry->time, m_text);
+            break;
+        case Checked:
+            setOnce(m_entry->checked, m_text);
+            break;
+        case Comment:
+            setOnce(m_entry->comment, m_text);
+            break;
+        case Tags:
+            setOnce(m_entry->tags, m_text);
+            break;
+        default:
+            break;
+        }
+    }
+
+    void feeChild(Tag tag)
+    {
+        switch (tag) {
+        case Day:
+            setOnce(m_fee->day, m_text);
+            break;
+        case Amount:
+            setOnce(m_fee->amount, m_text);
+            break;
+        case Checked:
+            setOnce(m_fee->checked, m_text);
+            break;
+        case Comment:
+            setOnce(m_fee->comment, m_text);
+            break;
+        case Tags:
+            setOnce(m_fee->tags, m_text);
+            break;
+        default:
+            break;
+        }
+    }
+
+    QString projectLabel() const
+    {
+        if (m_project && m_project->name)
+            return QStringLiteral("project \"%1\"").arg(*m_project->name);
+        return QStringLiteral("project %1").arg(m_projectIndex);
+    }
+
+    QString objectLabel(const char *kind, int objectLine) const
+    {
+        return QStringLiteral("the %1 at line %2 in %3")
+            .arg(QLatin1StringView(kind))
+            .arg(objectLine)
+            .arg(projectLabel());
+    }
+
+    [[noreturn]] void missing(const char *element, const QString &object, int objectLine) const
+    {
+        throw ReadError{QStringLiteral("The element \"%1\" is missing in %2.")
+                            .arg(QLatin1StringView(element), object),
+                        objectLine};
+    }
+
+    const QString &required(const Text &field, const char *element, const QString &object,
+                            int objectLine) const
+    {
+        if (!field)
+            missing(element, object, objectLine);
+        return *field;
+    }
+
+    int integer(const Text &field, const char *element, const QString &object, int objectLine,
+                int fallback) const
+    {
+        if (!field)
+            return fallback;
+        const auto value = StoredForms::parseInt(*field);
+        if (!value)
+            throw ReadError{QStringLiteral("The element \"%1\" of %2 is not a whole number: \"%3\".")
+                                .arg(QLatin1StringView(element), object, *field),
+                            objectLine};
+        return *value;
+    }
+
+    float number(const Text &field, const char *element, const QString &object, int objectLine,
+                 float fallback) const
+    {
+        if (!field)
+            return fallback;
+        const auto value = StoredForms::parseFloat(*field);
+        if (!value)
+            throw ReadError{QStringLiteral("The element \"%1\" of %2 is not a number: \"%3\".")
+                                .arg(QLatin1StringView(element), object, *field),
+                            objectLine};
+        return *value;
+    }
+
+    QDateTime moment(const Text &field, const char *element, const QString &object,
+                     int objectLine) const
+    {
+        if (!field || field->trimmed().isEmpty())
+            return {};
+        const QDateTime value = StoredForms::parseMoment(*field);
+        if (!value.isValid())
+            throw ReadError{QStringLiteral("The element \"%1\" of %2 is not a moment: \"%3\".")
+                                .arg(QLatin1StringView(element), object, *field),
+                            objectLine};
+        return value;
+    }
+
+    void finishPause()
+    {
+        if (!m_pause || !m_entry)
+            return;
+        const QString object = objectLabel("entry", m_entry->line);
+        auto pause = std::make_shared<PauseEntry>();
+        pause->setFrom(moment(m_pause->from, "pauseentry/from", object, m_entry->line));
+        pause->setTo(moment(m_pause->to, "pauseentry/to", object, m_entry->line));
+        m_entry->pauses.append(pause);
+        m_pause.reset();
+    }
+
+    void finishEntry()
+    {
+        EntryBuilder &b = *m_entry;
+        const QString object = objectLabel("entry", b.line);
+        auto entry = std::make_shared<Entry>();
+        const bool working = integer(b.working, "working", object, b.line, 0) != 0;
+        entry->setIsWorking(working);
+        if (b.hasPeriod) {
+            entry->setHasPeriod(true);
+            entry->setFromDate(required(b.fromDate, "period/from/date", object, b.line));
+            entry->setFromTime(required(b.fromTime, "period/from/time", object, b.line));
+            if (working) {
+                if (b.hasPausedAt) {
+                    const QString date = required(b.pausedDate, "pausedAt/date", object, b.line);
+                    const QString time = required(b.pausedTime, "pausedAt/time", object, b.line);
+                    const QDateTime pausedAt = HelpFunctions::makeDateFromDateString(date, time);
+                    if (!pausedAt.isValid())
+                        throw ReadError{
+                            QStringLiteral("The pause moment of %1 is not a date and time: \"%2 %3\".")
+                                .arg(object, date, time),
+                            b.line};
+                    entry->setPausedAt(pausedAt);
+                }
+            } else {
+                entry->setToDate(required(b.toDate, "period/to/date", object, b.line));
+                entry->setToTime(required(b.toTime, "period/to/time", object, b.line));
+            }
+            entry->setPauseEntries(b.pauses);
+            entry->setDate(QStringLiteral(""));
+        } else {
+            entry->setDate(required(b.day, "day", object, b.line));
+        }
+        if (!working) {
+            required(b.time, "time", object, b.line);
+            entry->setTime(integer(b.time, "time", object, b.line, 0));
+        }
+        entry->setChecked(integer(b.checked, "checked", object, b.line, 0) != 0);
+        entry->setComment(required(b.comment, "comment", object, b.line));
+        entry->setTags(b.tags.value_or(QStringLiteral("")));
+        entry->setAttachments(b.attachments);
+        m_project->timed.append(entry);
+        m_entry.reset();
+    }
+
+    void finishFee()
+    {
+        FeeBuilder &b = *m_fee;
+        const QString object = objectLabel("flat fee", b.line);
+        auto fee = std::make_shared<FlatFeeEntry>();
+        fee->setDate(required(b.day, "day", object, b.line));
+        required(b.amount, "amount", object, b.line);
+        fee->setAmount(number(b.amount, "amount", object, b.line, 0.0f));
+        fee->setChecked(integer(b.checked, "checked", object, b.line, 0) != 0);
+        fee->setComment(required(b.comment, "comment", object, b.line));
+        fee->setTags(b.tags.value_or(QStringLiteral("")));
+        fee->setAttachments(b.attachments);
+        m_project->fees.append(fee);
+        m_fee.reset();
+    }
+
+    void finishProject()
+    {
+        ProjectBuilder &b = *m_project;
+        const QString object = projectLabel() + QStringLiteral(" (line %1)").arg(b.line);
+        auto project = std::make_shared<Project>();
+        project->setName(required(b.name, "name", object, b.line));
+        project->setDescription(b.description.value_or(QStringLiteral("")));
+        project->setTags(b.tags.value_or(QStringLiteral("")));
+        project->setHourlyWage(number(b.wage, "wage", object, b.line, 0.0f));
+        if (b.hasRounding) {
+            required(b.roundTo, "rounding/roundto", object, b.line);
+            required(b.type, "rounding/type", object, b.line);
+            const int roundTo = integer(b.roundTo, "rounding/roundto", object, b.line, 0);
+            project->setRoundTo(roundTo);
+            project->setRoundType(integer(b.type, "rounding/type", object, b.line, 0));
+            project->setRoundWhat(
+                integer(b.what, "rounding/what", object, b.line, roundTo >= 1 ? 1 : 0));
+        }
+        project->setExpanded(integer(b.expanded, "expanded", object, b.line, 0) != 0);
+        project->setCustomer(integer(b.customer, "customerID", object, b.line, -1));
+        project->setAttachments(b.attachments);
+        for (const auto &item : std::as_const(b.timed))
+            project->addEntry(item);
+        for (const auto &item : std::as_const(b.fees))
+            project->addEntry(item);
+        m_projects.append(project);
+        m_project.reset();
+    }
+
+    xmlParserCtxtPtr m_ctxt;
+    std::vector<Tag> m_stack;
+    std::string m_text;
+    int m_projectIndex = 0;
+    std::optional<ProjectBuilder> m_project;
+    std::optional<EntryBuilder> m_entry;
+    std::optional<FeeBuilder> m_fee;
+    std::optional<PauseBuilder> m_pause;
+};
+
+void ignoreMessage(void *, const char *, ...) {}
+
+} // namespace
+
+ProjectXmlReader::Result ProjectXmlReader::read(const QByteArray &bytes, Mode mode)
+{
+    Result result;
+    if (bytes.trimmed().isEmpty()) {
+        result.malformed = true;
+        result.error = QStringLiteral("The file is empty.");
+        return result;
+    }
+
+    xmlSAXHandler handler;
+    std::memset(&handler, 0, sizeof handler);
+    handler.initialized = XML_SAX2_MAGIC;
+    handler.startElementNs = &SaxReader::startElement;
+    handler.endElementNs = &SaxReader::endElement;
+    handler.characters = &SaxReader::characters;
+    handler.ignorableWhitespace = &SaxReader::characters;
+    handler.cdataBlock = &SaxReader::characters;
+    handler.comment = &SaxReader::comment;
+    handler.serror = &SaxReader::structuredError;
+    handler.warning = &ignoreMessage;
+    handler.error = &ignoreMessage;
+
+    xmlParserCtxtPtr ctxt = xmlCreateMemoryParserCtxt(bytes.constData(), int(bytes.size()));
+    if (!ctxt) {
+        result.error = QStringLiteral("The XML parser could not be started.");
+        return result;
+    }
+    SaxReader reader(ctxt);
+    xmlSAXHandlerPtr original = ctxt->sax;
+    ctxt->sax = &handler;
+    ctxt->userData = &reader;
+    xmlCtxtUseOptions(ctxt, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
+                                (mode == Mode::Recover ? XML_PARSE_RECOVER : 0));
+    // xmlCtxtUseOptions may put the default handler's blank handling back; keep ours.
+    ctxt->sax->ignorableWhitespace = &SaxReader::characters;
+    xmlParseDocument(ctxt);
+    const bool wellFormed = ctxt->wellFormed != 0;
+    if (mode == Mode::Recover && !reader.m_olderLayout && !reader.m_error)
+        reader.closeOpenElements();
+    ctxt->sax = original;
+    ctxt->userData = nullptr;
+    xmlFreeParserCtxt(ctxt);
+
+    if (reader.m_olderLayout) {
+        result.olderLayout = true;
+        return result;
+    }
+    if (reader.m_error) {
+        result.error = reader.m_error->message;
+        result.line = reader.m_error->line;
+        return result;
+    }
+    if (!wellFormed) {
+        result.malformed = true;
+        result.error = reader.m_xmlError.isEmpty() ? QStringLiteral("The file is not valid XML.")
+                                                   : reader.m_xmlError;
+        result.line = reader.m_xmlErrorLine;
+        if (mode == Mode::Strict || !reader.m_rootSeen)
+            return result;
+    } else if (!reader.m_rootSeen) {
+        result.error = QStringLiteral("The file holds no \"projects\" element.");
+        return result;
+    }
+    result.ok = true;
+    result.projects = reader.m_projects;
+    return result;
+}
