@@ -18,11 +18,11 @@
 ProjectTotalsWindow::ProjectTotalsWindow(QWidget *parent)
     : QMainWindow(parent)
     , m_tree(new QTreeWidget(this))
-    , m_summary(new QLabel(this))
-{
+    , m_summary(new QLabel(this)) {
     setWindowTitle(tr("Hourfold"));
     m_tree->setColumnCount(4);
-    m_tree->setHeaderLabels({tr("Project"), tr("Entries"), tr("Total duration"), tr("Total wages")});
+    m_tree->setHeaderLabels(
+        {tr("Project"), tr("Entries"), tr("Total duration"), tr("Total wages")});
     m_tree->setRootIsDecorated(false);
     m_tree->setAlternatingRowColors(true);
     m_tree->setSortingEnabled(false);
@@ -41,8 +41,7 @@ ProjectTotalsWindow::ProjectTotalsWindow(QWidget *parent)
     showProjects();
 }
 
-void ProjectTotalsWindow::chooseFile()
-{
+void ProjectTotalsWindow::chooseFile() {
     const QString start = Preferences::shared().stringForKey(u"StartingDirectory");
     const QString path = QFileDialog::getOpenFileName(this, tr("Open"), start,
                                                       tr("Hourfold files (*.xml);;All files (*)"));
@@ -50,8 +49,7 @@ void ProjectTotalsWindow::chooseFile()
         openFile(path);
 }
 
-bool ProjectTotalsWindow::openFile(const QString &path)
-{
+bool ProjectTotalsWindow::openFile(const QString &path) {
     ProjectFile::LoadResult result = ProjectFile::load(path);
     if (!result.ok) {
         QMessageBox box(QMessageBox::Critical, tr("Could not open the file."), result.error,
@@ -80,8 +78,7 @@ bool ProjectTotalsWindow::openFile(const QString &path)
     return true;
 }
 
-void ProjectTotalsWindow::showProjects()
-{
+void ProjectTotalsWindow::showProjects() {
     m_tree->clear();
     int totalMinutes = 0;
     double totalWages = 0;

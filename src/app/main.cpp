@@ -3,8 +3,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 
-int main(int argc, char *argv[])
-{
+int main(int argc, char *argv[]) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Hourfold"));
     QApplication::setOrganizationName(QStringLiteral("Hourfold"));

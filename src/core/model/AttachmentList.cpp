@@ -2,9 +2,7 @@
 
 #include "../Logging.h"
 
-
-void AttachmentList::add(const QStringList &paths)
-{
+void AttachmentList::add(const QStringList &paths) {
     if (!m_paths) {
         qCWarning(lcModel, "attachments array not initialized");
         return;
@@ -18,8 +16,7 @@ void AttachmentList::add(const QStringList &paths)
     }
 }
 
-void AttachmentList::remove(const QStringList &paths)
-{
+void AttachmentList::remove(const QStringList &paths) {
     if (!m_paths) {
         qCWarning(lcModel, "attachments array not initialized");
         return;

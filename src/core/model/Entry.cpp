@@ -13,8 +13,7 @@
 namespace {
 
 // Leading white space, an optional sign and digits, as far as they go; 0 when there are none.
-int leadingIntValue(QStringView text)
-{
+int leadingIntValue(QStringView text) {
     qsizetype i = 0;
     while (i < text.size() && text[i].isSpace())
         ++i;
@@ -32,71 +31,60 @@ int leadingIntValue(QStringView text)
     return int(std::clamp<qint64>(value, INT_MIN, INT_MAX));
 }
 
-qint64 msecsOf(const QDateTime &moment)
-{
+qint64 msecsOf(const QDateTime &moment) {
     return moment.toMSecsSinceEpoch();
 }
 
 // The running sum plus a span in milliseconds as minutes, truncated toward zero.
-int addTruncated(int sum, qint64 spanMsecs)
-{
+int addTruncated(int sum, qint64 spanMsecs) {
     return int(std::trunc(double(sum) + double(spanMsecs) / 60000.0));
 }
 
 } // namespace
 
 Entry::Entry()
-    : pause_entries_(std::make_shared<PauseList>())
-{
+    : pause_entries_(std::make_shared<PauseList>()) {
     comment_ = QStringLiteral("");
     tags_ = QStringLiteral("");
     LocalTimeFormat::determine();
 }
 
-void Entry::setFromTime(const QString &fromTime)
-{
+void Entry::setFromTime(const QString &fromTime) {
     fromTime_ = fromTime;
     m_sortFromMinutes = sortMinutesUnknown;
 }
 
-void Entry::setFromDate(const QString &fromDate)
-{
+void Entry::setFromDate(const QString &fromDate) {
     fromDate_ = fromDate;
     invalidateSortDay();
 }
 
-void Entry::setHasPeriod(bool hasPeriod)
-{
+void Entry::setHasPeriod(bool hasPeriod) {
     hasPeriod_ = hasPeriod;
     invalidateSortDay();
 }
 
-QDateTime Entry::pausedAt() const
-{
+QDateTime Entry::pausedAt() const {
     return paused_at_ == PauseEntry::unset ? QDateTime()
                                            : QDateTime::fromSecsSinceEpoch(paused_at_);
 }
 
-void Entry::setPausedAt(const QDateTime &pausedAt)
-{
+void Entry::setPausedAt(const QDateTime &pausedAt) {
     paused_at_ = pausedAt.isValid() ? pausedAt.toSecsSinceEpoch() : PauseEntry::unset;
 }
 
-void Entry::setPauseEntries(const PauseList &pauseEntries)
-{
+void Entry::setPauseEntries(const PauseList &pauseEntries) {
     // A new list object: copies that shared the old list keep it.
     pause_entries_ = std::make_shared<PauseList>(pauseEntries);
 }
 
-int Entry::roundedIfProjectRoundsEntries(int minutes) const
-{
+int Entry::roundedIfProjectRoundsEntries(int minutes) const {
     if (m_parent && m_parent->roundWhat() == 2 && m_parent->roundTo() > 0)
         return HelpFunctions::roundDuration(minutes, m_parent->roundType(), m_parent->roundTo());
     return minutes;
 }
 
-int Entry::time() const
-{
+int Entry::time() const {
     if (m_parent && m_parent->roundWhat() == 2)
         return roundedIfProjectRoundsEntries(minutes_);
     if (isFinished())
@@ -108,34 +96,29 @@ int Entry::time() const
     return int(seconds / 60);
 }
 
-int Entry::currentPauseMinutesAdded(int sum) const
-{
+int Entry::currentPauseMinutesAdded(int sum) const {
     if (!isPaused())
         return sum;
     return addTruncated(sum, Clock::now().toMSecsSinceEpoch() - paused_at_ * 1000);
 }
 
-int Entry::pauseTime() const
-{
+int Entry::pauseTime() const {
     int sum = 0;
     for (const auto &pause : *pause_entries_)
         sum += pause->duration();
     return currentPauseMinutesAdded(sum);
 }
 
-int Entry::netPauseTime() const
-{
+int Entry::netPauseTime() const {
     if (!hasPeriod_)
         return 0;
     const QDateTime start = HelpFunctions::makeDateFromDateString(fromDate_, fromTime_);
-    const QDateTime end = toDate_.isEmpty()
-                              ? Clock::now()
-                              : HelpFunctions::makeDateFromDateString(toDate_, toTime_);
+    const QDateTime end =
+        toDate_.isEmpty() ? Clock::now() : HelpFunctions::makeDateFromDateString(toDate_, toTime_);
     return pauseTimeWithPeriodFrom(start, end);
 }
 
-int Entry::pauseTimeWithPeriodFrom(const QDateTime &from, const QDateTime &to) const
-{
+int Entry::pauseTimeWithPeriodFrom(const QDateTime &from, const QDateTime &to) const {
     int sum = 0;
     if (from.isValid() && to.isValid()) {
         const qint64 a = msecsOf(from);
@@ -160,18 +143,15 @@ int Entry::pauseTimeWithPeriodFrom(const QDateTime &from, const QDateTime &to) c
     return currentPauseMinutesAdded(sum);
 }
 
-int Entry::effectiveDuration() const
-{
+int Entry::effectiveDuration() const {
     return roundedIfProjectRoundsEntries(time() - pauseTime());
 }
 
-QDateTime Entry::fromDateAsDate() const
-{
+QDateTime Entry::fromDateAsDate() const {
     return HelpFunctions::makeDateFromDateString(hasPeriod_ ? fromDate_ : date_, u"00:00");
 }
 
-QDateTime Entry::toDateAsDate() const
-{
+QDateTime Entry::toDateAsDate() const {
     if (!hasPeriod_)
         return HelpFunctions::makeDateFromDateString(date_, u"00:00");
     if (working_)
@@ -179,15 +159,13 @@ QDateTime Entry::toDateAsDate() const
     return HelpFunctions::makeDateFromDateString(toDate_, u"00:00");
 }
 
-QDateTime Entry::fromAsDate() const
-{
+QDateTime Entry::fromAsDate() const {
     if (!hasPeriod_)
         return HelpFunctions::makeDateFromDateString(date_, u"00:00");
     return HelpFunctions::makeDateFromDateString(fromDate_, fromTime_);
 }
 
-QDateTime Entry::toAsDate() const
-{
+QDateTime Entry::toAsDate() const {
     if (!hasPeriod_)
         return HelpFunctions::makeDateFromDateString(date_, u"00:00");
     if (working_)
@@ -195,44 +173,37 @@ QDateTime Entry::toAsDate() const
     return HelpFunctions::makeDateFromDateString(toDate_, toTime_);
 }
 
-QString Entry::formattedFromDate(bool medium) const
-{
+QString Entry::formattedFromDate(bool medium) const {
     const QDate day = StoredForms::parseDate(fromDate_);
     return medium ? LocaleFormat::formatDate(day, 2) : LocaleFormat::formatDateInListStyle(day);
 }
 
-QString Entry::formattedToDate(bool medium) const
-{
+QString Entry::formattedToDate(bool medium) const {
     const QDate day = StoredForms::parseDate(toDate_);
     return medium ? LocaleFormat::formatDate(day, 2) : LocaleFormat::formatDateInListStyle(day);
 }
 
-QString Entry::formattedFromTime() const
-{
+QString Entry::formattedFromTime() const {
     return fromTime_.isEmpty() ? QStringLiteral("") : localisedTimeString(fromTime_);
 }
 
-QString Entry::formattedToTime() const
-{
+QString Entry::formattedToTime() const {
     return toTime_.isEmpty() ? QStringLiteral("") : localisedTimeString(toTime_);
 }
 
-QString Entry::formattedPauseDate() const
-{
+QString Entry::formattedPauseDate() const {
     if (!isPaused())
         return QStringLiteral("--.--.----");
     return StoredForms::dateText(pausedAt().date());
 }
 
-QString Entry::formattedPauseTime() const
-{
+QString Entry::formattedPauseTime() const {
     if (!isPaused())
         return QStringLiteral("--:--");
     return StoredForms::timeText(pausedAt().time());
 }
 
-QString Entry::localizedPauseDate() const
-{
+QString Entry::localizedPauseDate() const {
     if (!isPaused())
         return QStringLiteral("");
     const QDateTime moment = pausedAt();
@@ -240,34 +211,28 @@ QString Entry::localizedPauseDate() const
            localisedTimeString(StoredForms::timeText(moment.time()));
 }
 
-QString Entry::formattedTime() const
-{
+QString Entry::formattedTime() const {
     return StoredForms::durationText(time());
 }
 
-QString Entry::formattedEffectiveTime() const
-{
+QString Entry::formattedEffectiveTime() const {
     return StoredForms::durationText(effectiveDuration());
 }
 
-QString Entry::formattedPauseDuration() const
-{
+QString Entry::formattedPauseDuration() const {
     return StoredForms::durationText(pauseTime());
 }
 
-QString Entry::localisedTimeString(QStringView storedTime) const
-{
+QString Entry::localisedTimeString(QStringView storedTime) const {
     return LocalTimeFormat::localisedTimeString(storedTime);
 }
 
-void Entry::pause()
-{
+void Entry::pause() {
     if (working_ && !isPaused())
         paused_at_ = Clock::nowSecsSinceEpoch();
 }
 
-void Entry::resume()
-{
+void Entry::resume() {
     if (!hasPeriod_)
         return;
     if (isPaused()) {
@@ -282,16 +247,15 @@ void Entry::resume()
     }
 }
 
-void Entry::stop()
-{
+void Entry::stop() {
     if (isPaused())
         resume();
     QDateTime moment = Clock::nowToTheSecond();
     if (m_parent && m_parent->roundWhat() == 1 && m_parent->roundTo() > 0) {
         const QTime t = moment.time();
-        const HFTime rounded = HelpFunctions::roundTime(
-            HFTime{quint32(t.hour()), quint32(t.minute())}, m_parent->roundType(),
-            m_parent->roundTo());
+        const HFTime rounded =
+            HelpFunctions::roundTime(HFTime{quint32(t.hour()), quint32(t.minute())},
+                                     m_parent->roundType(), m_parent->roundTo());
         moment = QDateTime(moment.date(), QTime(0, 0))
                      .addSecs(qint64(rounded.hours) * 3600 + qint64(rounded.minutes) * 60);
     }
@@ -302,13 +266,11 @@ void Entry::stop()
     working_ = false;
 }
 
-void Entry::deleteAllPauseEntries()
-{
+void Entry::deleteAllPauseEntries() {
     pause_entries_->clear();
 }
 
-std::shared_ptr<Entry> Entry::copy() const
-{
+std::shared_ptr<Entry> Entry::copy() const {
     auto entry = std::make_shared<Entry>();
     entry->date_ = date_;
     entry->fromTime_ = fromTime_;
@@ -325,34 +287,30 @@ std::shared_ptr<Entry> Entry::copy() const
     return entry;
 }
 
-const QStringList &Entry::copyKeys()
-{
+const QStringList &Entry::copyKeys() {
     static const QStringList keys{
-        QStringLiteral("time"),      QStringLiteral("date"),        QStringLiteral("fromTime"),
-        QStringLiteral("fromDate"),  QStringLiteral("toTime"),      QStringLiteral("tags"),
-        QStringLiteral("toDate"),    QStringLiteral("comment"),     QStringLiteral("isWorking"),
-        QStringLiteral("hasPeriod"), QStringLiteral("pausedAt"),    QStringLiteral("pauseEntries")};
+        QStringLiteral("time"),      QStringLiteral("date"),     QStringLiteral("fromTime"),
+        QStringLiteral("fromDate"),  QStringLiteral("toTime"),   QStringLiteral("tags"),
+        QStringLiteral("toDate"),    QStringLiteral("comment"),  QStringLiteral("isWorking"),
+        QStringLiteral("hasPeriod"), QStringLiteral("pausedAt"), QStringLiteral("pauseEntries")};
     return keys;
 }
 
-QVariantMap Entry::dictionaryRepresentation() const
-{
+QVariantMap Entry::dictionaryRepresentation() const {
     QVariantMap map;
     for (const QString &key : copyKeys())
         map.insert(key, valueForKey(key));
     return map;
 }
 
-QString Entry::stringDescription() const
-{
-    return QString::number(time()) + u';' + described(date_) + u';' + described(fromTime_) +
-           u';' + described(fromDate_) + u';' + described(toTime_) + u';' + described(toDate_) +
-           u';' + described(comment_) + u';' + QString::number(working_ ? 1 : 0) + u';' +
+QString Entry::stringDescription() const {
+    return QString::number(time()) + u';' + described(date_) + u';' + described(fromTime_) + u';' +
+           described(fromDate_) + u';' + described(toTime_) + u';' + described(toDate_) + u';' +
+           described(comment_) + u';' + QString::number(working_ ? 1 : 0) + u';' +
            QString::number(hasPeriod_ ? 1 : 0) + u';' + described(tags_);
 }
 
-QVariant Entry::valueForKey(QStringView key) const
-{
+QVariant Entry::valueForKey(QStringView key) const {
     if (key == u"netPauseTime")
         return netPauseTime();
     if (key == u"fromAsDate")
@@ -378,18 +336,16 @@ QVariant Entry::valueForKey(QStringView key) const
     return ProjectItem::valueForKey(key);
 }
 
-int Entry::calculateMinutesFromString(QStringView text)
-{
-    return leadingIntValue(text.left(3)) * 60 + leadingIntValue(text.size() > 3 ? text.mid(3) : QStringView());
+int Entry::calculateMinutesFromString(QStringView text) {
+    return leadingIntValue(text.left(3)) * 60 +
+           leadingIntValue(text.size() > 3 ? text.mid(3) : QStringView());
 }
 
-void Entry::determineLocalTimeFormat()
-{
+void Entry::determineLocalTimeFormat() {
     LocalTimeFormat::determine();
 }
 
-int Entry::sortFromMinutes() const
-{
+int Entry::sortFromMinutes() const {
     if (m_sortFromMinutes == sortMinutesUnknown)
         m_sortFromMinutes = StoredForms::parseTime(fromTime_);
     return m_sortFromMinutes;

@@ -8,26 +8,22 @@
 
 namespace {
 
-template <typename T> int threeWay(const T &a, const T &b)
-{
+template <typename T> int threeWay(const T &a, const T &b) {
     return a < b ? -1 : (b < a ? 1 : 0);
 }
 
-int directed(int result, bool ascending)
-{
+int directed(int result, bool ascending) {
     return ascending ? result : -result;
 }
 
 } // namespace
 
-bool EntrySort::isSortColumn(QStringView column)
-{
+bool EntrySort::isSortColumn(QStringView column) {
     return column == u"Day_Col" || column == u"Description_Col" || column == u"Action_Col" ||
            column == u"Duration_Col";
 }
 
-int EntrySort::compareEntriesDay(const ProjectItem &a, const ProjectItem &b, bool ascending)
-{
+int EntrySort::compareEntriesDay(const ProjectItem &a, const ProjectItem &b, bool ascending) {
     int result = threeWay(a.sortDay(), b.sortDay());
     if (result == 0) {
         if (a.hasPeriod() && b.hasPeriod()) {
@@ -49,18 +45,15 @@ int EntrySort::compareEntriesDay(const ProjectItem &a, const ProjectItem &b, boo
 }
 
 int EntrySort::compareEntriesDescription(const ProjectItem &a, const ProjectItem &b,
-                                         bool ascending)
-{
+                                         bool ascending) {
     return directed(compareNumerically(a.comment(), b.comment()), ascending);
 }
 
-int EntrySort::compareEntriesAction(const ProjectItem &a, const ProjectItem &b, bool ascending)
-{
+int EntrySort::compareEntriesAction(const ProjectItem &a, const ProjectItem &b, bool ascending) {
     return directed(threeWay(int(a.isWorking()), int(b.isWorking())), ascending);
 }
 
-int EntrySort::compareEntriesDuration(const ProjectItem &a, const ProjectItem &b, bool ascending)
-{
+int EntrySort::compareEntriesDuration(const ProjectItem &a, const ProjectItem &b, bool ascending) {
     int result = 0;
     if (a.isEntry() && b.isEntry())
         result = threeWay(a.effectiveDuration(), b.effectiveDuration());
@@ -72,8 +65,7 @@ int EntrySort::compareEntriesDuration(const ProjectItem &a, const ProjectItem &b
     return directed(result, ascending);
 }
 
-int EntrySort::compareNumerically(QStringView a, QStringView b)
-{
+int EntrySort::compareNumerically(QStringView a, QStringView b) {
     const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
     qsizetype i = 0;
     qsizetype j = 0;
@@ -110,8 +102,7 @@ int EntrySort::compareNumerically(QStringView a, QStringView b)
     return threeWay(a.size() - i, b.size() - j);
 }
 
-void EntrySort::sortEntries(ItemList &items, QStringView column, bool ascending)
-{
+void EntrySort::sortEntries(ItemList &items, QStringView column, bool ascending) {
     int (*compare)(const ProjectItem &, const ProjectItem &, bool) = nullptr;
     if (column == u"Day_Col")
         compare = &compareEntriesDay;
@@ -123,7 +114,8 @@ void EntrySort::sortEntries(ItemList &items, QStringView column, bool ascending)
         compare = &compareEntriesDuration;
     else
         return;
-    std::stable_sort(items.begin(), items.end(), [compare, ascending](const auto &a, const auto &b) {
-        return compare(*a, *b, ascending) < 0;
-    });
+    std::stable_sort(items.begin(), items.end(),
+                     [compare, ascending](const auto &a, const auto &b) {
+                         return compare(*a, *b, ascending) < 0;
+                     });
 }

@@ -10,7 +10,8 @@ public:
     static bool isSortColumn(QStringView column);
 
     static int compareEntriesDay(const ProjectItem &a, const ProjectItem &b, bool ascending);
-    static int compareEntriesDescription(const ProjectItem &a, const ProjectItem &b, bool ascending);
+    static int compareEntriesDescription(const ProjectItem &a, const ProjectItem &b,
+                                         bool ascending);
     static int compareEntriesAction(const ProjectItem &a, const ProjectItem &b, bool ascending);
     static int compareEntriesDuration(const ProjectItem &a, const ProjectItem &b, bool ascending);
 

@@ -3,23 +3,19 @@
 #include "HelpFunctions.h"
 #include "StoredForms.h"
 
-FlatFeeEntry::FlatFeeEntry()
-{
+FlatFeeEntry::FlatFeeEntry() {
     comment_ = QStringLiteral("");
 }
 
-QDateTime FlatFeeEntry::fromDateAsDate() const
-{
+QDateTime FlatFeeEntry::fromDateAsDate() const {
     return HelpFunctions::makeDateFromDateString(date_, u"00:00");
 }
 
-QDateTime FlatFeeEntry::toDateAsDate() const
-{
+QDateTime FlatFeeEntry::toDateAsDate() const {
     return fromDateAsDate();
 }
 
-std::shared_ptr<FlatFeeEntry> FlatFeeEntry::copy() const
-{
+std::shared_ptr<FlatFeeEntry> FlatFeeEntry::copy() const {
     auto fee = std::make_shared<FlatFeeEntry>();
     fee->date_ = date_;
     fee->comment_ = comment_;
@@ -28,29 +24,25 @@ std::shared_ptr<FlatFeeEntry> FlatFeeEntry::copy() const
     return fee;
 }
 
-const QStringList &FlatFeeEntry::copyKeys()
-{
+const QStringList &FlatFeeEntry::copyKeys() {
     static const QStringList keys{QStringLiteral("date"), QStringLiteral("amount"),
                                   QStringLiteral("comment"), QStringLiteral("tags")};
     return keys;
 }
 
-QVariantMap FlatFeeEntry::dictionaryRepresentation() const
-{
+QVariantMap FlatFeeEntry::dictionaryRepresentation() const {
     QVariantMap map;
     for (const QString &key : copyKeys())
         map.insert(key, valueForKey(key));
     return map;
 }
 
-QString FlatFeeEntry::stringDescription() const
-{
+QString FlatFeeEntry::stringDescription() const {
     return described(date_) + u';' + StoredForms::fixedText(double(amount_)) + u';' +
            described(comment_) + u';' + described(tags_);
 }
 
-QVariant FlatFeeEntry::valueForKey(QStringView key) const
-{
+QVariant FlatFeeEntry::valueForKey(QStringView key) const {
     if (key == u"amount")
         return amount_;
     return ProjectItem::valueForKey(key);

@@ -8,8 +8,7 @@
 #include <QUrl>
 #include <cstdlib>
 
-QDateTime HelpFunctions::makeDateFromDateString(QStringView dateString, QStringView timeString)
-{
+QDateTime HelpFunctions::makeDateFromDateString(QStringView dateString, QStringView timeString) {
     const QDate date = StoredForms::parseDate(dateString);
     const int minutes = StoredForms::parseTime(timeString);
     if (!date.isValid() || minutes < 0)
@@ -17,13 +16,11 @@ QDateTime HelpFunctions::makeDateFromDateString(QStringView dateString, QStringV
     return QDateTime(date, QTime(minutes / 60, minutes % 60));
 }
 
-QDateTime HelpFunctions::removeTimeComponentFromDate(const QDateTime &date)
-{
+QDateTime HelpFunctions::removeTimeComponentFromDate(const QDateTime &date) {
     return QDateTime(date.toLocalTime().date(), QTime(0, 0));
 }
 
-HFTime HelpFunctions::roundTime(HFTime time, int roundType, int roundTo)
-{
+HFTime HelpFunctions::roundTime(HFTime time, int roundType, int roundTo) {
     const qint64 m = time.minutes;
     const qint64 s = roundTo;
     const qint64 down = (m / s) * s;
@@ -52,29 +49,24 @@ HFTime HelpFunctions::roundTime(HFTime time, int roundType, int roundTo)
     return rounded;
 }
 
-HFTime HelpFunctions::calculateTimeFromDuration(int minutes)
-{
+HFTime HelpFunctions::calculateTimeFromDuration(int minutes) {
     return HFTime{quint32(minutes / 60), quint32(minutes % 60)};
 }
 
-int HelpFunctions::calculateDurationFromTime(HFTime time)
-{
+int HelpFunctions::calculateDurationFromTime(HFTime time) {
     return int(time.hours * 60u + time.minutes);
 }
 
-int HelpFunctions::roundDuration(int minutes, int roundType, int roundTo)
-{
+int HelpFunctions::roundDuration(int minutes, int roundType, int roundTo) {
     return calculateDurationFromTime(
         roundTime(calculateTimeFromDuration(minutes), roundType, roundTo));
 }
 
-bool HelpFunctions::isDateInThisWeek(const QDateTime &date)
-{
+bool HelpFunctions::isDateInThisWeek(const QDateTime &date) {
     return isDateInThisWeek(date, Preferences::shared().integerForKey(u"firstDayOfWeek"));
 }
 
-bool HelpFunctions::isDateInThisWeek(const QDateTime &date, int firstDayOfWeek)
-{
+bool HelpFunctions::isDateInThisWeek(const QDateTime &date, int firstDayOfWeek) {
     if (!date.isValid())
         return false;
     const QDateTime today = removeTimeComponentFromDate(Clock::now());
@@ -88,19 +80,17 @@ bool HelpFunctions::isDateInThisWeek(const QDateTime &date, int firstDayOfWeek)
     return start.msecsTo(date) >= 0 && date.msecsTo(end) >= 0;
 }
 
-bool HelpFunctions::isStringURL(const QString &text)
-{
+bool HelpFunctions::isStringURL(const QString &text) {
     return QUrl(text, QUrl::StrictMode).isValid() && text.contains(u"://");
 }
 
-int HelpFunctions::getOSXVersion()
-{
+int HelpFunctions::getOSXVersion() {
     return -1;
 }
 
-QImage HelpFunctions::makeFilledRectImageWithColor(const QColor &color)
-{
-    const QColor fill = color.isValid() ? color : Preferences::shared().colorForKey(u"projectColor");
+QImage HelpFunctions::makeFilledRectImageWithColor(const QColor &color) {
+    const QColor fill =
+        color.isValid() ? color : Preferences::shared().colorForKey(u"projectColor");
     QImage image(25, 16, QImage::Format_ARGB32);
     const QRgb inside = fill.rgba();
     const QRgb outline = qRgba(0, 0, 0, 255);
@@ -113,8 +103,7 @@ QImage HelpFunctions::makeFilledRectImageWithColor(const QColor &color)
     return image;
 }
 
-QString HelpFunctions::applicationSupportFolder()
-{
+QString HelpFunctions::applicationSupportFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
            QStringLiteral("/Hourfold3");
 }

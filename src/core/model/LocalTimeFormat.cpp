@@ -8,7 +8,6 @@
 #include <ctime>
 #include <langinfo.h>
 
-
 namespace {
 
 struct State {
@@ -19,14 +18,12 @@ struct State {
     bool utf8 = true;
 };
 
-State &state()
-{
+State &state() {
     static State s;
     return s;
 }
 
-QByteArray lcTimeLocaleName()
-{
+QByteArray lcTimeLocaleName() {
     for (const char *variable : {"LC_ALL", "LC_TIME", "LANG"}) {
         const QByteArray value = qgetenv(variable);
         if (!value.isEmpty())
@@ -35,8 +32,7 @@ QByteArray lcTimeLocaleName()
     return QByteArrayLiteral("C");
 }
 
-void useLocale(const QByteArray &name)
-{
+void useLocale(const QByteArray &name) {
     State &s = state();
     if (s.locale)
         freelocale(s.locale);
@@ -44,8 +40,7 @@ void useLocale(const QByteArray &name)
     s.utf8 = !s.locale || std::strcmp(nl_langinfo_l(CODESET, s.locale), "UTF-8") == 0;
 }
 
-void setFormatText(const QString &format)
-{
+void setFormatText(const QString &format) {
     state().format = format;
     state().formatBytes = format.toUtf8();
 }
@@ -53,8 +48,7 @@ void setFormatText(const QString &format)
 } // namespace
 
 QString LocalTimeFormat::deriveFormat(const QString &platformFormat,
-                                      const QString &twelveHourFormat)
-{
+                                      const QString &twelveHourFormat) {
     QString format = platformFormat;
     format.replace(QStringLiteral("%T"), QStringLiteral("%H:%M:%S"));
     format.replace(QStringLiteral("%R"), QStringLiteral("%H:%M"));
@@ -73,8 +67,7 @@ QString LocalTimeFormat::deriveFormat(const QString &platformFormat,
     return format;
 }
 
-void LocalTimeFormat::determine()
-{
+void LocalTimeFormat::determine() {
     if (state().determined)
         return;
     state().determined = true;
@@ -96,19 +89,16 @@ void LocalTimeFormat::determine()
     setFormatText(derived);
 }
 
-bool LocalTimeFormat::isDetermined()
-{
+bool LocalTimeFormat::isDetermined() {
     return state().determined;
 }
 
-QString LocalTimeFormat::format()
-{
+QString LocalTimeFormat::format() {
     determine();
     return state().format;
 }
 
-QString LocalTimeFormat::localisedTimeString(QStringView storedTime)
-{
+QString LocalTimeFormat::localisedTimeString(QStringView storedTime) {
     determine();
     const int minutes = StoredForms::parseTime(storedTime);
     if (minutes < 0)
@@ -120,15 +110,14 @@ QString LocalTimeFormat::localisedTimeString(QStringView storedTime)
     tm.tm_year = 100;
     char buffer[128];
     const State &s = state();
-    const size_t length = s.locale ? strftime_l(buffer, sizeof buffer, s.formatBytes.constData(),
-                                                &tm, s.locale)
-                                   : strftime(buffer, sizeof buffer, s.formatBytes.constData(), &tm);
+    const size_t length =
+        s.locale ? strftime_l(buffer, sizeof buffer, s.formatBytes.constData(), &tm, s.locale)
+                 : strftime(buffer, sizeof buffer, s.formatBytes.constData(), &tm);
     return s.utf8 ? QString::fromUtf8(buffer, qsizetype(length))
                   : QString::fromLatin1(buffer, qsizetype(length));
 }
 
-void LocalTimeFormat::setFormat(const QString &format, const QString &localeName)
-{
+void LocalTimeFormat::setFormat(const QString &format, const QString &localeName) {
     state().determined = true;
     useLocale(localeName.toLatin1());
     if (!state().locale)

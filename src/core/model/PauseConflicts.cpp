@@ -3,13 +3,11 @@
 #include "Clock.h"
 #include "Entry.h"
 
-PauseConflicts::PauseConflicts(const PauseList &pauses)
-{
+PauseConflicts::PauseConflicts(const PauseList &pauses) {
     update(pauses);
 }
 
-void PauseConflicts::update(const PauseList &pauses)
-{
+void PauseConflicts::update(const PauseList &pauses) {
     m_hasConflicts = false;
     m_conflicts.clear();
     for (int i = 0; i < pauses.size(); ++i) {
@@ -32,8 +30,7 @@ void PauseConflicts::update(const PauseList &pauses)
     }
 }
 
-bool PauseConflicts::isInConflictWith(int selectedRow, const PauseEntry *pause) const
-{
+bool PauseConflicts::isInConflictWith(int selectedRow, const PauseEntry *pause) const {
     const auto it = m_conflicts.constFind(selectedRow);
     if (it == m_conflicts.cend())
         return false;
@@ -41,16 +38,14 @@ bool PauseConflicts::isInConflictWith(int selectedRow, const PauseEntry *pause) 
                        [pause](const auto &p) { return p.get() == pause; });
 }
 
-PauseConflicts::Clamped PauseConflicts::clampedFrom(const QDateTime &proposed, const Entry &entry)
-{
+PauseConflicts::Clamped PauseConflicts::clampedFrom(const QDateTime &proposed, const Entry &entry) {
     const QDateTime start = entry.fromAsDate();
     if (start.isValid() && proposed < start)
         return {start, true};
     return {proposed, false};
 }
 
-PauseConflicts::Clamped PauseConflicts::clampedTo(const QDateTime &proposed, const Entry &entry)
-{
+PauseConflicts::Clamped PauseConflicts::clampedTo(const QDateTime &proposed, const Entry &entry) {
     QDateTime limit = entry.toAsDate();
     if (!limit.isValid())
         limit = Clock::now();

@@ -6,9 +6,7 @@
 #include "StoredForms.h"
 
 Project::Project()
-    : Project(QString(), QString(), 0.0f, 0, 0, 0, -1, QStringLiteral(""))
-{
-}
+    : Project(QString(), QString(), 0.0f, 0, 0, 0, -1, QStringLiteral("")) {}
 
 Project::Project(const QString &name, const QString &description, float hourlyWage, int roundWhat,
                  int roundTo, int roundType, int customer, const QString &tags)
@@ -19,23 +17,18 @@ Project::Project(const QString &name, const QString &description, float hourlyWa
     , m_roundTo(roundTo)
     , m_roundType(roundType)
     , m_customer(customer)
-    , m_tags(tags)
-{
-}
+    , m_tags(tags) {}
 
-void Project::addEntry(const std::shared_ptr<ProjectItem> &item)
-{
+void Project::addEntry(const std::shared_ptr<ProjectItem> &item) {
     item->setParent(this);
     m_entries.append(item);
 }
 
-void Project::deleteEntry(const std::shared_ptr<ProjectItem> &item)
-{
+void Project::deleteEntry(const std::shared_ptr<ProjectItem> &item) {
     m_entries.removeAll(item);
 }
 
-int Project::totalTime(bool effective) const
-{
+int Project::totalTime(bool effective) const {
     int total = 0;
     for (const auto &item : m_entries) {
         if (item->isWorking())
@@ -45,8 +38,7 @@ int Project::totalTime(bool effective) const
     return total;
 }
 
-int Project::totalPauseTime() const
-{
+int Project::totalPauseTime() const {
     int total = 0;
     for (const auto &item : m_entries) {
         if (item->isEntry() && !item->isWorking())
@@ -55,8 +47,7 @@ int Project::totalPauseTime() const
     return total;
 }
 
-float Project::totalWages() const
-{
+float Project::totalWages() const {
     float wages = float(double(totalTime(true)) / 60.0 * double(m_hourlyWage));
     for (const auto &item : m_entries) {
         if (item->isFlatFee())
@@ -65,8 +56,7 @@ float Project::totalWages() const
     return wages;
 }
 
-float Project::totalWagesWithFilter(bool applyFilter, const ItemFilter &isEntryFiltered) const
-{
+float Project::totalWagesWithFilter(bool applyFilter, const ItemFilter &isEntryFiltered) const {
     float wages = 0.0f;
     for (const auto &item : m_entries) {
         if (applyFilter && isEntryFiltered && isEntryFiltered(*item))
@@ -80,52 +70,43 @@ float Project::totalWagesWithFilter(bool applyFilter, const ItemFilter &isEntryF
     return wages;
 }
 
-const CurrencyFormatter &Project::currencyFormatter() const
-{
+const CurrencyFormatter &Project::currencyFormatter() const {
     return m_currencyFormatter ? *m_currencyFormatter : CurrencyFormatter::fallback();
 }
 
-QString Project::formattedHourlyWage() const
-{
+QString Project::formattedHourlyWage() const {
     return currencyFormatter().format(m_hourlyWage);
 }
 
-QString Project::formattedTotalWages() const
-{
+QString Project::formattedTotalWages() const {
     return currencyFormatter().format(totalWages());
 }
 
 QString Project::formattedTotalWagesWithFilter(bool applyFilter,
-                                               const ItemFilter &isEntryFiltered) const
-{
+                                               const ItemFilter &isEntryFiltered) const {
     return currencyFormatter().format(totalWagesWithFilter(applyFilter, isEntryFiltered));
 }
 
-QString Project::formattedTotalTime(bool effective) const
-{
+QString Project::formattedTotalTime(bool effective) const {
     return StoredForms::durationText(totalTime(effective));
 }
 
-QString Project::formattedTotalPauseTime() const
-{
+QString Project::formattedTotalPauseTime() const {
     return StoredForms::durationText(totalPauseTime());
 }
 
-QString Project::htmlDescription() const
-{
+QString Project::htmlDescription() const {
     QString html = m_description;
     html.replace(u'\n', QStringLiteral("<br/>"));
     return html;
 }
 
-std::shared_ptr<Project> Project::copy() const
-{
+std::shared_ptr<Project> Project::copy() const {
     return std::make_shared<Project>(m_name, m_description, m_hourlyWage, m_roundWhat, m_roundTo,
                                      m_roundType, -1, m_tags);
 }
 
-QVariant Project::valueForKey(QStringView key) const
-{
+QVariant Project::valueForKey(QStringView key) const {
     if (key == u"name")
         return m_name;
     if (key == u"description")

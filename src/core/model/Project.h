@@ -39,14 +39,15 @@ public:
     QString tags() const { return m_tags; }
     void setTags(const QString &tags) { m_tags = tags; }
     QStringList attachments() const { return m_attachments.paths(); }
-    void setAttachments(const std::optional<QStringList> &attachments)
-    {
+    void setAttachments(const std::optional<QStringList> &attachments) {
         m_attachments.set(attachments);
     }
     void addAttachments(const QStringList &paths) { m_attachments.add(paths); }
     void removeAttachments(const QStringList &paths) { m_attachments.remove(paths); }
     // The shared money formatter; not owned. Without one, the environment's locale is used.
-    void setCurrencyFormatter(const CurrencyFormatter *formatter) { m_currencyFormatter = formatter; }
+    void setCurrencyFormatter(const CurrencyFormatter *formatter) {
+        m_currencyFormatter = formatter;
+    }
 
     // Appends the item and makes this project its parent.
     void addEntry(const std::shared_ptr<ProjectItem> &item);
@@ -68,7 +69,8 @@ public:
 
     QString formattedHourlyWage() const;
     QString formattedTotalWages() const;
-    QString formattedTotalWagesWithFilter(bool applyFilter, const ItemFilter &isEntryFiltered) const;
+    QString formattedTotalWagesWithFilter(bool applyFilter,
+                                          const ItemFilter &isEntryFiltered) const;
     QString formattedTotalTime(bool effective) const;
     QString formattedTotalPauseTime() const;
     QString htmlDescription() const;

@@ -16,18 +16,15 @@
 
 namespace {
 
-const xmlChar *xml(const char *text)
-{
+const xmlChar *xml(const char *text) {
     return reinterpret_cast<const xmlChar *>(text);
 }
 
-bool isElement(xmlNodePtr node, const char *name)
-{
+bool isElement(xmlNodePtr node, const char *name) {
     return node->type == XML_ELEMENT_NODE && xmlStrcmp(node->name, xml(name)) == 0;
 }
 
-xmlNodePtr firstChild(xmlNodePtr parent, const char *name)
-{
+xmlNodePtr firstChild(xmlNodePtr parent, const char *name) {
     for (xmlNodePtr child = parent->children; child; child = child->next) {
         if (isElement(child, name))
             return child;
@@ -35,8 +32,7 @@ xmlNodePtr firstChild(xmlNodePtr parent, const char *name)
     return nullptr;
 }
 
-void collectEntries(xmlNodePtr node, std::vector<xmlNodePtr> &entries)
-{
+void collectEntries(xmlNodePtr node, std::vector<xmlNodePtr> &entries) {
     for (xmlNodePtr child = node->children; child; child = child->next) {
         if (child->type != XML_ELEMENT_NODE)
             continue;
@@ -49,22 +45,18 @@ void collectEntries(xmlNodePtr node, std::vector<xmlNodePtr> &entries)
 struct XmlText {
     xmlChar *value;
     explicit XmlText(xmlNodePtr node)
-        : value(xmlNodeGetContent(node))
-    {
-    }
+        : value(xmlNodeGetContent(node)) {}
     ~XmlText() { xmlFree(value); }
     const xmlChar *get() const { return value ? value : xml(""); }
 };
 
-void appendSide(xmlNodePtr period, const char *side, const xmlChar *date, const xmlChar *time)
-{
+void appendSide(xmlNodePtr period, const char *side, const xmlChar *date, const xmlChar *time) {
     xmlNodePtr node = xmlNewChild(period, nullptr, xml(side), nullptr);
     xmlNewTextChild(node, nullptr, xml("date"), date);
     xmlNewTextChild(node, nullptr, xml("time"), time);
 }
 
-bool hasVersionComment(xmlDocPtr document)
-{
+bool hasVersionComment(xmlDocPtr document) {
     for (xmlNodePtr node = document->children; node; node = node->next) {
         if (node->type == XML_COMMENT_NODE && xmlStrcmp(node->content, xml("1.5")) == 0)
             return true;
@@ -72,21 +64,20 @@ bool hasVersionComment(xmlDocPtr document)
     return false;
 }
 
-ProjectFile::LoadResult fromReader(const ProjectXmlReader::Result &r)
-{
+ProjectFile::LoadResult fromReader(const ProjectXmlReader::Result &r) {
     ProjectFile::LoadResult result;
     result.ok = r.ok;
     result.projects = r.projects;
     if (!r.error.isEmpty())
-        result.error = r.line > 0 ? QStringLiteral("%1 (line %2)").arg(r.error).arg(r.line)
-                                  : r.error;
+        result.error =
+            r.line > 0 ? QStringLiteral("%1 (line %2)").arg(r.error).arg(r.line) : r.error;
     result.line = r.line;
+    result.itemsLeftOut = r.itemsLeftOut;
     return result;
 }
 
 // Reads an older-layout file: a document model, converted, written out and read again.
-ProjectFile::LoadResult readOlderLayout(const QByteArray &bytes, bool recover)
-{
+ProjectFile::LoadResult readOlderLayout(const QByteArray &bytes, bool recover) {
     ProjectFile::LoadResult result;
     const int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                         (recover ? XML_PARSE_RECOVER : 0);
@@ -122,8 +113,7 @@ ProjectFile::LoadResult readOlderLayout(const QByteArray &bytes, bool recover)
 
 } // namespace
 
-bool ProjectFile::convertXMLDocToCurrentFormat(xmlDoc *document, QString *error)
-{
+bool ProjectFile::convertXMLDocToCurrentFormat(xmlDoc *document, QString *error) {
     xmlNodePtr root = xmlDocGetRootElement(document);
     std::vector<xmlNodePtr> entries;
     if (root) {
@@ -169,8 +159,7 @@ bool ProjectFile::convertXMLDocToCurrentFormat(xmlDoc *document, QString *error)
     return true;
 }
 
-ProjectFile::LoadResult ProjectFile::read(const QByteArray &bytes)
-{
+ProjectFile::LoadResult ProjectFile::read(const QByteArray &bytes) {
     using Mode = ProjectXmlReader::Mode;
     const ProjectXmlReader::Result strict = ProjectXmlReader::read(bytes, Mode::Strict);
     if (strict.olderLayout)
@@ -178,27 +167,26 @@ ProjectFile::LoadResult ProjectFile::read(const QByteArray &bytes)
     if (strict.ok || !strict.malformed)
         return fromReader(strict);
 
-    const ProjectXmlReader::Result forgiving = ProjectXmlReader::read(bytes, Mode::Recover);
-    LoadResult result;
-    if (forgiving.olderLayout)
-        result = readOlderLayout(bytes, true);
-    else
-        result = fromReader(forgiving);
+    const QByteArray repaired = ProjectXmlReader::repairCommonFaults(bytes);
+    const ProjectXmlReader::Result forgiving = ProjectXmlReader::read(repaired, Mode::Recover);
+    LoadResult result =
+        forgiving.olderLayout ? readOlderLayout(repaired, true) : fromReader(forgiving);
+    // The strict parse's complaint says best what is wrong with the file.
+    const QString damage = fromReader(strict).error;
     if (!result.ok) {
-        // The strict parse's complaint says best what is wrong with the file.
-        LoadResult failed = fromReader(strict);
-        if (!forgiving.error.isEmpty() && forgiving.error != strict.error && !forgiving.malformed)
-            failed.error += QStringLiteral(" Repairing it did not help either: ") + result.error;
-        return failed;
+        result.error = damage;
+        result.line = strict.line;
+        return result;
     }
     result.recovered = true;
-    qCWarning(lcFile) << "the file is not well-formed; read it in forgiving mode:"
-                      << fromReader(strict).error;
+    result.error.clear();
+    result.damage = damage;
+    qCWarning(lcFile).noquote() << "the file is not well-formed; read it in forgiving mode:"
+                                << damage;
     return result;
 }
 
-ProjectFile::LoadResult ProjectFile::load(const QString &path)
-{
+ProjectFile::LoadResult ProjectFile::load(const QString &path) {
     QFile file(path);
     LoadResult result;
     if (!file.exists()) {
@@ -213,9 +201,9 @@ ProjectFile::LoadResult ProjectFile::load(const QString &path)
     // Mapped rather than copied: a large file is parsed where it lies.
     const qint64 size = file.size();
     uchar *mapped = size > 0 ? file.map(0, size) : nullptr;
-    const QByteArray bytes = mapped ? QByteArray::fromRawData(reinterpret_cast<const char *>(mapped),
-                                                              qsizetype(size))
-                                    : file.readAll();
+    const QByteArray bytes =
+        mapped ? QByteArray::fromRawData(reinterpret_cast<const char *>(mapped), qsizetype(size))
+               : file.readAll();
     result = read(bytes);
     if (result.ok && result.recovered) {
         QString error;
@@ -230,19 +218,17 @@ ProjectFile::LoadResult ProjectFile::load(const QString &path)
     return result;
 }
 
-QByteArray ProjectFile::makeXML(const ProjectList &projects)
-{
+QByteArray ProjectFile::makeXML(const ProjectList &projects) {
     return ProjectXmlWriter::makeXML(projects);
 }
 
-ProjectFile::SaveResult ProjectFile::save(const QString &path, const ProjectList &projects)
-{
+ProjectFile::SaveResult ProjectFile::save(const QString &path, const ProjectList &projects) {
     const AtomicFile::Result written = AtomicFile::write(path, makeXML(projects));
     return {written.ok, written.error};
 }
 
-QString ProjectFile::keepRecoveredCopy(const QString &path, const QByteArray &bytes, QString *error)
-{
+QString ProjectFile::keepRecoveredCopy(const QString &path, const QByteArray &bytes,
+                                       QString *error) {
     const QFileInfo info(path);
     const QDir folder = info.absoluteDir();
     const QString prefix = info.fileName() + QStringLiteral(".recovered-");

@@ -20,6 +20,10 @@ public:
         // backupPath (empty when the copy could not be made: see error).
         bool recovered = false;
         QString backupPath;
+        // With recovered: what the strict parse found wrong, and how many items the repair left
+        // out because the file ended inside them.
+        QString damage;
+        int itemsLeftOut = 0;
         // The file was in the older layout and converted in memory.
         bool converted = false;
     };

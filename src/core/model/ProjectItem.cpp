@@ -3,34 +3,28 @@
 #include "../platform/LocaleFormat.h"
 #include "StoredForms.h"
 
-
 ProjectItem::~ProjectItem() = default;
 
-void ProjectItem::setDate(const QString &date)
-{
+void ProjectItem::setDate(const QString &date) {
     date_ = date;
     invalidateSortDay();
 }
 
-QString ProjectItem::described(const QString &text)
-{
+QString ProjectItem::described(const QString &text) {
     return text.isNull() ? QStringLiteral("(null)") : text;
 }
 
-QString ProjectItem::formattedDay() const
-{
+QString ProjectItem::formattedDay() const {
     return LocaleFormat::formatDateInListStyle(StoredForms::parseDate(date_));
 }
 
-QString ProjectItem::htmlComment() const
-{
+QString ProjectItem::htmlComment() const {
     QString html = comment_;
     html.replace(u'\n', QStringLiteral("<br/>"));
     return html;
 }
 
-QVariant ProjectItem::valueForKey(QStringView key) const
-{
+QVariant ProjectItem::valueForKey(QStringView key) const {
     if (key == u"time")
         return time();
     if (key == u"pauseTime")
@@ -60,8 +54,7 @@ QVariant ProjectItem::valueForKey(QStringView key) const
     return {};
 }
 
-qint64 ProjectItem::sortDay() const
-{
+qint64 ProjectItem::sortDay() const {
     if (m_sortDay == sortDayUnknown) {
         const QDate day = StoredForms::parseDate(sortDayText());
         m_sortDay = day.isValid() ? day.toJulianDay() : std::numeric_limits<qint64>::min();

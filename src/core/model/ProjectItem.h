@@ -49,8 +49,7 @@ public:
     // the add and remove operations log and do nothing.
     QStringList attachments() const { return m_attachments.paths(); }
     bool hasAttachmentList() const { return m_attachments.exists(); }
-    void setAttachments(const std::optional<QStringList> &attachments)
-    {
+    void setAttachments(const std::optional<QStringList> &attachments) {
         m_attachments.set(attachments);
     }
     void addAttachments(const QStringList &paths) { m_attachments.add(paths); }

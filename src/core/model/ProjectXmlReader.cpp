@@ -5,6 +5,8 @@
 #include "HelpFunctions.h"
 #include "StoredForms.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
@@ -47,8 +49,7 @@ enum Tag : quint8 {
     Amount,
 };
 
-Tag tagOf(const xmlChar *localname)
-{
+Tag tagOf(const xmlChar *localname) {
     const char *n = reinterpret_cast<const char *>(localname);
     const auto is = [n](const char *name) { return std::strcmp(n, name) == 0; };
     switch (std::strlen(n)) {
@@ -115,8 +116,7 @@ Tag tagOf(const xmlChar *localname)
 
 using Text = std::optional<QString>;
 
-void setOnce(Text &field, const std::string &text)
-{
+void setOnce(Text &field, const std::string &text) {
     if (!field)
         field = QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
@@ -161,35 +161,29 @@ struct ReadError {
 class SaxReader {
 public:
     explicit SaxReader(xmlParserCtxtPtr ctxt)
-        : m_ctxt(ctxt)
-    {
+        : m_ctxt(ctxt) {
         m_stack.reserve(16);
         m_text.reserve(256);
     }
 
     static void startElement(void *ctx, const xmlChar *localname, const xmlChar *, const xmlChar *,
-                             int, const xmlChar **, int, int, const xmlChar **)
-    {
+                             int, const xmlChar **, int, int, const xmlChar **) {
         static_cast<SaxReader *>(ctx)->start(tagOf(localname), localname);
     }
-    static void endElement(void *ctx, const xmlChar *, const xmlChar *, const xmlChar *)
-    {
+    static void endElement(void *ctx, const xmlChar *, const xmlChar *, const xmlChar *) {
         static_cast<SaxReader *>(ctx)->end();
     }
-    static void characters(void *ctx, const xmlChar *ch, int len)
-    {
+    static void characters(void *ctx, const xmlChar *ch, int len) {
         auto *reader = static_cast<SaxReader *>(ctx);
         if (!reader->m_stopped)
             reader->m_text.append(reinterpret_cast<const char *>(ch), size_t(len));
     }
-    static void comment(void *ctx, const xmlChar *value)
-    {
+    static void comment(void *ctx, const xmlChar *value) {
         auto *reader = static_cast<SaxReader *>(ctx);
         if (!reader->m_rootSeen && std::strcmp(reinterpret_cast<const char *>(value), "1.5") == 0)
             reader->m_versioned = true;
     }
-    static void structuredError(void *ctx, xmlErrorPtr error)
-    {
+    static void structuredError(void *ctx, xmlErrorPtr error) {
         auto *reader = static_cast<SaxReader *>(ctx);
         if (error && error->level >= XML_ERR_ERROR && reader->m_xmlError.isEmpty()) {
             reader->m_xmlError = QString::fromUtf8(error->message).trimmed();
@@ -197,9 +191,10 @@ public:
         }
     }
 
-    // Closes what a forgiving parse left open at the end of the data.
-    void closeOpenElements()
-    {
+    // Closes what a forgiving parse left open at the end of the data. An item the data ended in
+    // before its required elements is left out rather than failing the whole read.
+    void closeOpenElements() {
+        m_closingAtEnd = true;
         while (!m_stopped && m_stack.size() > 1)
             end();
     }
@@ -208,6 +203,8 @@ public:
     bool m_rootSeen = false;
     bool m_olderLayout = false;
     bool m_stopped = false;
+    bool m_closingAtEnd = false;
+    int m_itemsLeftOut = 0;
     std::optional<ReadError> m_error;
     QString m_xmlError;
     int m_xmlErrorLine = 0;
@@ -216,14 +213,12 @@ public:
 private:
     int line() const { return xmlSAX2GetLineNumber(m_ctxt); }
 
-    void stop()
-    {
+    void stop() {
         m_stopped = true;
         xmlStopParser(m_ctxt);
     }
 
-    void start(Tag tag, const xmlChar *localname)
-    {
+    void start(Tag tag, const xmlChar *localname) {
         if (m_stopped)
             return;
         if (!m_rootSeen) {
@@ -270,22 +265,28 @@ private:
         }
     }
 
-    void end()
-    {
+    void end() {
         if (m_stopped || m_stack.empty())
             return;
         try {
             handleEnd();
         } catch (const ReadError &error) {
-            m_error = error;
-            stop();
+            if (m_closingAtEnd && m_stack.size() > 2) {
+                // An incomplete entry, flat fee or pause at the cut-off end: left out.
+                ++m_itemsLeftOut;
+                m_entry.reset();
+                m_fee.reset();
+                m_pause.reset();
+            } else {
+                m_error = error;
+                stop();
+            }
         }
         m_stack.pop_back();
         m_text.clear();
     }
 
-    void handleEnd()
-    {
+    void handleEnd() {
         const size_t n = m_stack.size();
         const Tag tag = m_stack.back();
         if (n < 2 || m_stack[1] != ProjectTag || !m_project)
@@ -304,7 +305,8 @@ private:
                 else if (tag == Type)
                     setOnce(m_project->type, m_text);
             } else if (parent == Attachments && tag == Path) {
-                m_project->attachments.append(QString::fromUtf8(m_text.data(), qsizetype(m_text.size())));
+                m_project->attachments.append(
+                    QString::fromUtf8(m_text.data(), qsizetype(m_text.size())));
             } else if (parent == EntryTag && m_entry) {
                 entryChild(tag);
             } else if (parent == FlatFeeTag && m_fee) {
@@ -344,8 +346,7 @@ private:
         }
     }
 
-    void projectChild(Tag tag)
-    {
+    void projectChild(Tag tag) {
         switch (tag) {
         case Name:
             setOnce(m_project->name, m_text);
@@ -376,8 +377,7 @@ private:
         }
     }
 
-    void entryChild(Tag tag)
-    {
+    void entryChild(Tag tag) {
         switch (tag) {
         case Working:
             setOnce(m_entry->working, m_text);
@@ -402,8 +402,7 @@ private:
         }
     }
 
-    void feeChild(Tag tag)
-    {
+    void feeChild(Tag tag) {
         switch (tag) {
         case Day:
             setOnce(m_fee->day, m_text);
@@ -425,52 +424,47 @@ private:
         }
     }
 
-    QString projectLabel() const
-    {
+    QString projectLabel() const {
         if (m_project && m_project->name)
             return QStringLiteral("project \"%1\"").arg(*m_project->name);
         return QStringLiteral("project %1").arg(m_projectIndex);
     }
 
-    QString objectLabel(const char *kind, int objectLine) const
-    {
+    QString objectLabel(const char *kind, int objectLine) const {
         return QStringLiteral("the %1 at line %2 in %3")
             .arg(QLatin1StringView(kind))
             .arg(objectLine)
             .arg(projectLabel());
     }
 
-    [[noreturn]] void missing(const char *element, const QString &object, int objectLine) const
-    {
+    [[noreturn]] void missing(const char *element, const QString &object, int objectLine) const {
         throw ReadError{QStringLiteral("The element \"%1\" is missing in %2.")
                             .arg(QLatin1StringView(element), object),
                         objectLine};
     }
 
     const QString &required(const Text &field, const char *element, const QString &object,
-                            int objectLine) const
-    {
+                            int objectLine) const {
         if (!field)
             missing(element, object, objectLine);
         return *field;
     }
 
     int integer(const Text &field, const char *element, const QString &object, int objectLine,
-                int fallback) const
-    {
+                int fallback) const {
         if (!field)
             return fallback;
         const auto value = StoredForms::parseInt(*field);
         if (!value)
-            throw ReadError{QStringLiteral("The element \"%1\" of %2 is not a whole number: \"%3\".")
-                                .arg(QLatin1StringView(element), object, *field),
-                            objectLine};
+            throw ReadError{
+                QStringLiteral("The element \"%1\" of %2 is not a whole number: \"%3\".")
+                    .arg(QLatin1StringView(element), object, *field),
+                objectLine};
         return *value;
     }
 
     float number(const Text &field, const char *element, const QString &object, int objectLine,
-                 float fallback) const
-    {
+                 float fallback) const {
         if (!field)
             return fallback;
         const auto value = StoredForms::parseFloat(*field);
@@ -482,8 +476,7 @@ private:
     }
 
     QDateTime moment(const Text &field, const char *element, const QString &object,
-                     int objectLine) const
-    {
+                     int objectLine) const {
         if (!field || field->trimmed().isEmpty())
             return {};
         const QDateTime value = StoredForms::parseMoment(*field);
@@ -494,8 +487,7 @@ private:
         return value;
     }
 
-    void finishPause()
-    {
+    void finishPause() {
         if (!m_pause || !m_entry)
             return;
         const QString object = objectLabel("entry", m_entry->line);
@@ -506,8 +498,7 @@ private:
         m_pause.reset();
     }
 
-    void finishEntry()
-    {
+    void finishEntry() {
         EntryBuilder &b = *m_entry;
         const QString object = objectLabel("entry", b.line);
         auto entry = std::make_shared<Entry>();
@@ -524,7 +515,8 @@ private:
                     const QDateTime pausedAt = HelpFunctions::makeDateFromDateString(date, time);
                     if (!pausedAt.isValid())
                         throw ReadError{
-                            QStringLiteral("The pause moment of %1 is not a date and time: \"%2 %3\".")
+                            QStringLiteral(
+                                "The pause moment of %1 is not a date and time: \"%2 %3\".")
                                 .arg(object, date, time),
                             b.line};
                     entry->setPausedAt(pausedAt);
@@ -550,8 +542,7 @@ private:
         m_entry.reset();
     }
 
-    void finishFee()
-    {
+    void finishFee() {
         FeeBuilder &b = *m_fee;
         const QString object = objectLabel("flat fee", b.line);
         auto fee = std::make_shared<FlatFeeEntry>();
@@ -566,8 +557,7 @@ private:
         m_fee.reset();
     }
 
-    void finishProject()
-    {
+    void finishProject() {
         ProjectBuilder &b = *m_project;
         const QString object = projectLabel() + QStringLiteral(" (line %1)").arg(b.line);
         auto project = std::make_shared<Project>();
@@ -609,8 +599,7 @@ void ignoreMessage(void *, const char *, ...) {}
 
 } // namespace
 
-ProjectXmlReader::Result ProjectXmlReader::read(const QByteArray &bytes, Mode mode)
-{
+ProjectXmlReader::Result ProjectXmlReader::read(const QByteArray &bytes, Mode mode) {
     Result result;
     if (bytes.trimmed().isEmpty()) {
         result.malformed = true;
@@ -674,5 +663,53 @@ ProjectXmlReader::Result ProjectXmlReader::read(const QByteArray &bytes, Mode mo
     }
     result.ok = true;
     result.projects = reader.m_projects;
+    result.itemsLeftOut = reader.m_itemsLeftOut;
     return result;
+}
+
+QByteArray ProjectXmlReader::repairCommonFaults(const QByteArray &bytes) {
+    QByteArray out;
+    out.reserve(bytes.size() + 64);
+    const char *p = bytes.constData();
+    const char *end = p + bytes.size();
+    const auto startsWith = [&](const char *at, const char *text) {
+        const size_t n = std::strlen(text);
+        return size_t(end - at) >= n && std::memcmp(at, text, n) == 0;
+    };
+    const auto isReference = [&](const char *at) {
+        // at points after the "&": "#123;", "#x1F;" or "name;".
+        const char *q = at;
+        if (q < end && *q == '#') {
+            ++q;
+            const bool hex = q < end && *q == 'x';
+            if (hex)
+                ++q;
+            const char *digits = q;
+            while (q < end && (std::isdigit(uchar(*q)) || (hex && std::isxdigit(uchar(*q)))))
+                ++q;
+            return q > digits && q < end && *q == ';';
+        }
+        if (q >= end || !(std::isalpha(uchar(*q)) || *q == '_' || *q == ':'))
+            return false;
+        while (q < end &&
+               (std::isalnum(uchar(*q)) || *q == '_' || *q == ':' || *q == '.' || *q == '-'))
+            ++q;
+        return q < end && *q == ';';
+    };
+    while (p < end) {
+        if (*p == '<' && startsWith(p, "<![CDATA[")) {
+            const char *close = std::search(p, end, "]]>", "]]>" + 3);
+            const char *stop = close == end ? end : close + 3;
+            out.append(p, stop - p);
+            p = stop;
+            continue;
+        }
+        const uchar c = uchar(*p);
+        if (c == '&' && !isReference(p + 1))
+            out += "&amp;";
+        else if (c >= 0x20 || c == '\t' || c == '\n' || c == '\r')
+            out += char(c);
+        ++p;
+    }
+    return out;
 }

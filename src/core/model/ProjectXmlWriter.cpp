@@ -4,8 +4,7 @@
 #include "FlatFeeEntry.h"
 #include "StoredForms.h"
 
-QByteArray ProjectXmlWriter::makeXML(const ProjectList &projects)
-{
+QByteArray ProjectXmlWriter::makeXML(const ProjectList &projects) {
     ProjectXmlWriter writer;
     qsizetype estimate = 64;
     for (const auto &project : projects)
@@ -19,8 +18,7 @@ QByteArray ProjectXmlWriter::makeXML(const ProjectList &projects)
     return writer.m_out;
 }
 
-void ProjectXmlWriter::makeXML(const Project &project)
-{
+void ProjectXmlWriter::makeXML(const Project &project) {
     open("project");
     element("name", project.name());
     element("description", project.description());
@@ -43,8 +41,7 @@ void ProjectXmlWriter::makeXML(const Project &project)
     close("project");
 }
 
-void ProjectXmlWriter::makeXML(const Entry &entry)
-{
+void ProjectXmlWriter::makeXML(const Entry &entry) {
     open("entry");
     element("working", entry.isWorking() ? QStringLiteral("1") : QStringLiteral("0"));
     if (entry.hasPeriod()) {
@@ -85,16 +82,14 @@ void ProjectXmlWriter::makeXML(const Entry &entry)
     close("entry");
 }
 
-void ProjectXmlWriter::makeXML(const PauseEntry &pause)
-{
+void ProjectXmlWriter::makeXML(const PauseEntry &pause) {
     open("pauseentry");
     element("from", StoredForms::momentText(pause.from()));
     element("to", StoredForms::momentText(pause.to()));
     close("pauseentry");
 }
 
-void ProjectXmlWriter::makeXML(const FlatFeeEntry &fee)
-{
+void ProjectXmlWriter::makeXML(const FlatFeeEntry &fee) {
     open("FlatFeeEntry");
     element("day", fee.date());
     element("amount", StoredForms::fixedText(double(fee.amount())));
@@ -105,13 +100,11 @@ void ProjectXmlWriter::makeXML(const FlatFeeEntry &fee)
     close("FlatFeeEntry");
 }
 
-void ProjectXmlWriter::indent()
-{
+void ProjectXmlWriter::indent() {
     m_out.append(m_depth * 4, ' ');
 }
 
-void ProjectXmlWriter::open(const char *name)
-{
+void ProjectXmlWriter::open(const char *name) {
     indent();
     m_out += '<';
     m_out += name;
@@ -119,8 +112,7 @@ void ProjectXmlWriter::open(const char *name)
     ++m_depth;
 }
 
-void ProjectXmlWriter::close(const char *name)
-{
+void ProjectXmlWriter::close(const char *name) {
     --m_depth;
     indent();
     m_out += "</";
@@ -128,8 +120,7 @@ void ProjectXmlWriter::close(const char *name)
     m_out += ">\n";
 }
 
-void ProjectXmlWriter::element(const char *name, const QString &text)
-{
+void ProjectXmlWriter::element(const char *name, const QString &text) {
     indent();
     m_out += '<';
     m_out += name;
@@ -144,8 +135,7 @@ void ProjectXmlWriter::element(const char *name, const QString &text)
     m_out += ">\n";
 }
 
-void ProjectXmlWriter::attachments(const QStringList &paths)
-{
+void ProjectXmlWriter::attachments(const QStringList &paths) {
     if (paths.isEmpty()) {
         element("attachments", {});
         return;
@@ -156,8 +146,7 @@ void ProjectXmlWriter::attachments(const QStringList &paths)
     close("attachments");
 }
 
-void ProjectXmlWriter::appendEscaped(QByteArray &out, const QString &text)
-{
+void ProjectXmlWriter::appendEscaped(QByteArray &out, const QString &text) {
     const QByteArray utf8 = text.toUtf8();
     const auto *p = reinterpret_cast<const unsigned char *>(utf8.constData());
     const auto *end = p + utf8.size();

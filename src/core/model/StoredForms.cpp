@@ -5,15 +5,13 @@
 
 namespace {
 
-int digitAt(QStringView text, qsizetype i)
-{
+int digitAt(QStringView text, qsizetype i) {
     const char16_t c = text[i].unicode();
     return (c >= u'0' && c <= u'9') ? int(c - u'0') : -1;
 }
 
 // Reads 1..maxDigits digits from text at pos; returns the value or -1.
-int readNumber(QStringView text, qsizetype &pos, int minDigits, int maxDigits)
-{
+int readNumber(QStringView text, qsizetype &pos, int minDigits, int maxDigits) {
     int value = 0;
     int count = 0;
     while (pos < text.size() && count < maxDigits) {
@@ -27,8 +25,7 @@ int readNumber(QStringView text, qsizetype &pos, int minDigits, int maxDigits)
     return count >= minDigits ? value : -1;
 }
 
-bool expect(QStringView text, qsizetype &pos, char16_t c)
-{
+bool expect(QStringView text, qsizetype &pos, char16_t c) {
     if (pos < text.size() && text[pos].unicode() == c) {
         ++pos;
         return true;
@@ -36,8 +33,7 @@ bool expect(QStringView text, qsizetype &pos, char16_t c)
     return false;
 }
 
-void appendPadded(QString &out, int value, int width)
-{
+void appendPadded(QString &out, int value, int width) {
     QString digits = QString::number(value);
     if (digits.size() < width)
         out += QString(width - digits.size(), u'0');
@@ -46,8 +42,7 @@ void appendPadded(QString &out, int value, int width)
 
 } // namespace
 
-QDate StoredForms::parseDate(QStringView text)
-{
+QDate StoredForms::parseDate(QStringView text) {
     qsizetype pos = 0;
     const int day = readNumber(text, pos, 1, 2);
     if (day < 0 || !expect(text, pos, u'.'))
@@ -61,8 +56,7 @@ QDate StoredForms::parseDate(QStringView text)
     return QDate(year, month, day);
 }
 
-int StoredForms::parseTime(QStringView text)
-{
+int StoredForms::parseTime(QStringView text) {
     qsizetype pos = 0;
     const int hour = readNumber(text, pos, 1, 2);
     if (hour < 0 || !expect(text, pos, u':'))
@@ -73,8 +67,7 @@ int StoredForms::parseTime(QStringView text)
     return hour * 60 + minute;
 }
 
-QString StoredForms::dateText(QDate date)
-{
+QString StoredForms::dateText(QDate date) {
     QString out;
     out.reserve(10);
     appendPadded(out, date.day(), 2);
@@ -85,8 +78,7 @@ QString StoredForms::dateText(QDate date)
     return out;
 }
 
-QString StoredForms::timeText(int hour, int minute)
-{
+QString StoredForms::timeText(int hour, int minute) {
     QString out;
     out.reserve(5);
     appendPadded(out, hour, 2);
@@ -95,13 +87,11 @@ QString StoredForms::timeText(int hour, int minute)
     return out;
 }
 
-QString StoredForms::timeText(QTime time)
-{
+QString StoredForms::timeText(QTime time) {
     return timeText(time.hour(), time.minute());
 }
 
-QString StoredForms::durationText(int minutes)
-{
+QString StoredForms::durationText(int minutes) {
     // printf("%02d:%02d") of truncating division: -90 gives "-1:-30".
     const auto part = [](int v) -> QString {
         if (v >= 0 && v < 10)
@@ -111,8 +101,7 @@ QString StoredForms::durationText(int minutes)
     return part(minutes / 60) + u':' + part(minutes % 60);
 }
 
-QString StoredForms::momentText(const QDateTime &moment)
-{
+QString StoredForms::momentText(const QDateTime &moment) {
     if (!moment.isValid())
         return {};
     const QDateTime local = moment.toLocalTime();
@@ -139,8 +128,7 @@ QString StoredForms::momentText(const QDateTime &moment)
     return out;
 }
 
-QDateTime StoredForms::parseMoment(QStringView text)
-{
+QDateTime StoredForms::parseMoment(QStringView text) {
     text = text.trimmed();
     qsizetype pos = 0;
     const int year = readNumber(text, pos, 4, 4);
@@ -176,8 +164,7 @@ QDateTime StoredForms::parseMoment(QStringView text)
     return QDateTime(date, time, Qt::OffsetFromUTC, offsetSeconds).toLocalTime();
 }
 
-std::optional<int> StoredForms::parseInt(QStringView text)
-{
+std::optional<int> StoredForms::parseInt(QStringView text) {
     const QByteArray bytes = text.trimmed().toLatin1();
     const char *begin = bytes.constData();
     const char *end = begin + bytes.size();
@@ -190,8 +177,7 @@ std::optional<int> StoredForms::parseInt(QStringView text)
     return value;
 }
 
-std::optional<float> StoredForms::parseFloat(QStringView text)
-{
+std::optional<float> StoredForms::parseFloat(QStringView text) {
     const QByteArray bytes = text.trimmed().toLatin1();
     const char *begin = bytes.constData();
     const char *end = begin + bytes.size();
@@ -204,18 +190,16 @@ std::optional<float> StoredForms::parseFloat(QStringView text)
     return value;
 }
 
-QString StoredForms::floatText(float value)
-{
+QString StoredForms::floatText(float value) {
     char buffer[64];
     // Fixed notation for the usual magnitudes, so that 10000000 never reads as 1e+07.
-    auto result = std::abs(value) < 1e15f
-                      ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
-                      : std::to_chars(buffer, buffer + sizeof buffer, value);
+    auto result = std::abs(value) < 1e15f ? std::to_chars(buffer, buffer + sizeof buffer, value,
+                                                          std::chars_format::fixed)
+                                          : std::to_chars(buffer, buffer + sizeof buffer, value);
     return QString::fromLatin1(buffer, result.ptr - buffer);
 }
 
-QString StoredForms::fixedText(double value, int decimals)
-{
+QString StoredForms::fixedText(double value, int decimals) {
     char buffer[400];
     const auto result =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);

@@ -14,7 +14,7 @@ public:
     static QDate parseDate(QStringView text);
     // "HH:mm" as minutes since midnight (0..1439); also accepts a one-digit hour. -1 when invalid.
     static int parseTime(QStringView text);
-    static QString dateText(QDate date);        // "%02d.%02d.%04d"
+    static QString dateText(QDate date);           // "%02d.%02d.%04d"
     static QString timeText(int hour, int minute); // "%02d:%02d"
     static QString timeText(QTime time);
 

@@ -12,14 +12,12 @@
 
 namespace {
 
-QString failure(const QString &path, int error)
-{
+QString failure(const QString &path, int error) {
     return QStringLiteral("Could not write \"%1\": %2")
         .arg(QDir::toNativeSeparators(path), QString::fromLocal8Bit(std::strerror(error)));
 }
 
-bool writeAll(int fd, const QByteArray &bytes)
-{
+bool writeAll(int fd, const QByteArray &bytes) {
     const char *data = bytes.constData();
     qsizetype left = bytes.size();
     while (left > 0) {
@@ -37,12 +35,11 @@ bool writeAll(int fd, const QByteArray &bytes)
 
 } // namespace
 
-AtomicFile::Result AtomicFile::write(const QString &path, const QByteArray &bytes)
-{
+AtomicFile::Result AtomicFile::write(const QString &path, const QByteArray &bytes) {
     // Write through a symbolic link to the file it points at, keeping the link.
     QFileInfo info(path);
-    const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath()
-                                                             : info.absoluteFilePath();
+    const QString target =
+        info.isSymLink() && info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
     const QFileInfo targetInfo(target);
     const QByteArray folder = QFile::encodeName(targetInfo.absolutePath());
     QByteArray temporary =

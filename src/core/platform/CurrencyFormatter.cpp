@@ -7,10 +7,8 @@
 #include <unicode/numfmt.h>
 #include <unicode/unistr.h>
 
-
 CurrencyFormatter::CurrencyFormatter(const QString &localeName)
-    : m_localeName(localeName.isEmpty() ? LocaleFormat::localeNameFor("LC_MONETARY") : localeName)
-{
+    : m_localeName(localeName.isEmpty() ? LocaleFormat::localeNameFor("LC_MONETARY") : localeName) {
     if (m_localeName == u"C" || m_localeName == u"POSIX")
         m_localeName = QStringLiteral("en_US_POSIX");
     UErrorCode status = U_ZERO_ERROR;
@@ -18,15 +16,14 @@ CurrencyFormatter::CurrencyFormatter(const QString &localeName)
         icu::Locale(m_localeName.toLatin1().constData()), status));
     if (U_FAILURE(status)) {
         qCWarning(lcLocale) << "no currency format for locale" << m_localeName
-                              << u_errorName(status);
+                            << u_errorName(status);
         m_format.reset();
     }
 }
 
 CurrencyFormatter::~CurrencyFormatter() = default;
 
-QString CurrencyFormatter::format(double amount) const
-{
+QString CurrencyFormatter::format(double amount) const {
     if (!m_format)
         return QString::number(amount, 'f', 2);
     icu::UnicodeString out;
@@ -34,8 +31,7 @@ QString CurrencyFormatter::format(double amount) const
     return QString(reinterpret_cast<const QChar *>(out.getBuffer()), out.length());
 }
 
-const CurrencyFormatter &CurrencyFormatter::fallback()
-{
+const CurrencyFormatter &CurrencyFormatter::fallback() {
     static const CurrencyFormatter instance;
     return instance;
 }

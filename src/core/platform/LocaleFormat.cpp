@@ -16,20 +16,17 @@ struct DateFormatters {
     std::array<std::unique_ptr<icu::DateFormat>, 4> byStyle;
 };
 
-DateFormatters &formatters()
-{
+DateFormatters &formatters() {
     static DateFormatters instance;
     return instance;
 }
 
-QString &localeOverride()
-{
+QString &localeOverride() {
     static QString name;
     return name;
 }
 
-icu::DateFormat *formatterFor(int style)
-{
+icu::DateFormat *formatterFor(int style) {
     DateFormatters &f = formatters();
     const QString locale = LocaleFormat::dateLocale();
     if (f.localeName != locale) {
@@ -44,8 +41,8 @@ icu::DateFormat *formatterFor(int style)
         static const icu::DateFormat::EStyle icuStyles[4] = {
             icu::DateFormat::kShort, icu::DateFormat::kMedium, icu::DateFormat::kLong,
             icu::DateFormat::kFull};
-        slot.reset(icu::DateFormat::createDateInstance(
-            icuStyles[style - 1], icu::Locale(locale.toLatin1().constData())));
+        slot.reset(icu::DateFormat::createDateInstance(icuStyles[style - 1],
+                                                       icu::Locale(locale.toLatin1().constData())));
         if (slot)
             slot->adoptTimeZone(icu::TimeZone::createTimeZone("UTC"));
     }
@@ -54,8 +51,7 @@ icu::DateFormat *formatterFor(int style)
 
 } // namespace
 
-QString LocaleFormat::localeNameFor(const char *categoryVariable)
-{
+QString LocaleFormat::localeNameFor(const char *categoryVariable) {
     QByteArray name = qgetenv("LC_ALL");
     if (name.isEmpty())
         name = qgetenv(categoryVariable);
@@ -69,21 +65,18 @@ QString LocaleFormat::localeNameFor(const char *categoryVariable)
     return QString::fromLatin1(name);
 }
 
-QString LocaleFormat::dateLocale()
-{
+QString LocaleFormat::dateLocale() {
     if (!localeOverride().isEmpty())
         return localeOverride();
     const QString name = localeNameFor("LC_TIME");
     return (name == u"C" || name == u"POSIX") ? QStringLiteral("en_US_POSIX") : name;
 }
 
-void LocaleFormat::setDateLocale(const QString &name)
-{
+void LocaleFormat::setDateLocale(const QString &name) {
     localeOverride() = name;
 }
 
-QString LocaleFormat::formatDate(QDate date, int style)
-{
+QString LocaleFormat::formatDate(QDate date, int style) {
     if (!date.isValid())
         return {};
     icu::DateFormat *formatter = formatterFor(style);
@@ -95,7 +88,6 @@ QString LocaleFormat::formatDate(QDate date, int style)
     return QString(reinterpret_cast<const QChar *>(out.getBuffer()), out.length());
 }
 
-QString LocaleFormat::formatDateInListStyle(QDate date)
-{
+QString LocaleFormat::formatDateInListStyle(QDate date) {
     return formatDate(date, Preferences::shared().integerForKey(u"listDateFormat"));
 }

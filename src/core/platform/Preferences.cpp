@@ -5,42 +5,35 @@
 #include "../Logging.h"
 #include <QStandardPaths>
 
-
 namespace {
-Preferences *&sharedOverride()
-{
+Preferences *&sharedOverride() {
     static Preferences *instance = nullptr;
     return instance;
 }
 } // namespace
 
 Preferences::Preferences(const QString &filePath)
-    : m_settings(std::make_unique<QSettings>(filePath, QSettings::IniFormat))
-{
+    : m_settings(std::make_unique<QSettings>(filePath, QSettings::IniFormat)) {
     registerDefaults(registeredDefaults());
 }
 
-Preferences &Preferences::shared()
-{
+Preferences &Preferences::shared() {
     if (sharedOverride())
         return *sharedOverride();
     static Preferences instance(defaultFilePath());
     return instance;
 }
 
-void Preferences::setShared(Preferences *preferences)
-{
+void Preferences::setShared(Preferences *preferences) {
     sharedOverride() = preferences;
 }
 
-QString Preferences::defaultFilePath()
-{
+QString Preferences::defaultFilePath() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/Hourfold/Hourfold3.conf");
 }
 
-QVariantMap Preferences::registeredDefaults()
-{
+QVariantMap Preferences::registeredDefaults() {
     const auto yes = QVariant(true);
     const auto no = QVariant(false);
     return {
@@ -85,14 +78,12 @@ QVariantMap Preferences::registeredDefaults()
     };
 }
 
-void Preferences::registerDefaults(const QVariantMap &defaults)
-{
+void Preferences::registerDefaults(const QVariantMap &defaults) {
     for (auto it = defaults.cbegin(); it != defaults.cend(); ++it)
         m_defaults.insert(it.key(), it.value());
 }
 
-QVariant Preferences::objectForKey(QStringView key) const
-{
+QVariant Preferences::objectForKey(QStringView key) const {
     const QString k = key.toString();
     const QVariant value = m_settings->value(k);
     if (value.isValid())
@@ -100,13 +91,11 @@ QVariant Preferences::objectForKey(QStringView key) const
     return m_defaults.value(k);
 }
 
-bool Preferences::boolForKey(QStringView key) const
-{
+bool Preferences::boolForKey(QStringView key) const {
     return objectForKey(key).toBool();
 }
 
-int Preferences::integerForKey(QStringView key) const
-{
+int Preferences::integerForKey(QStringView key) const {
     const QVariant value = objectForKey(key);
     if (value.typeId() == QMetaType::Bool)
         return value.toBool() ? 1 : 0;
@@ -119,43 +108,35 @@ int Preferences::integerForKey(QStringView key) const
     return value.toInt();
 }
 
-float Preferences::floatForKey(QStringView key) const
-{
+float Preferences::floatForKey(QStringView key) const {
     return objectForKey(key).toFloat();
 }
 
-QString Preferences::stringForKey(QStringView key) const
-{
+QString Preferences::stringForKey(QStringView key) const {
     return objectForKey(key).toString();
 }
 
-QDateTime Preferences::dateForKey(QStringView key) const
-{
+QDateTime Preferences::dateForKey(QStringView key) const {
     return objectForKey(key).toDateTime();
 }
 
-QColor Preferences::colorForKey(QStringView key) const
-{
+QColor Preferences::colorForKey(QStringView key) const {
     return colorFromText(stringForKey(key));
 }
 
-void Preferences::setObject(const QVariant &value, QStringView key)
-{
+void Preferences::setObject(const QVariant &value, QStringView key) {
     m_settings->setValue(key.toString(), value);
 }
 
-void Preferences::setColor(const QColor &color, QStringView key)
-{
+void Preferences::setColor(const QColor &color, QStringView key) {
     setObject(colorText(color), key);
 }
 
-void Preferences::removeObjectForKey(QStringView key)
-{
+void Preferences::removeObjectForKey(QStringView key) {
     m_settings->remove(key.toString());
 }
 
-bool Preferences::synchronize()
-{
+bool Preferences::synchronize() {
     m_settings->sync();
     if (m_settings->status() != QSettings::NoError) {
         qCWarning(lcPreferences) << "could not write" << m_settings->fileName();
@@ -164,21 +145,18 @@ bool Preferences::synchronize()
     return true;
 }
 
-QString Preferences::filePath() const
-{
+QString Preferences::filePath() const {
     return m_settings->fileName();
 }
 
-QString Preferences::colorText(const QColor &color)
-{
+QString Preferences::colorText(const QColor &color) {
     float r = 0, g = 0, b = 0, a = 0;
     color.getRgbF(&r, &g, &b, &a);
     return StoredForms::floatText(r) + u' ' + StoredForms::floatText(g) + u' ' +
            StoredForms::floatText(b) + u' ' + StoredForms::floatText(a);
 }
 
-QColor Preferences::colorFromText(const QString &text)
-{
+QColor Preferences::colorFromText(const QString &text) {
     const QStringList parts = text.split(u' ', Qt::SkipEmptyParts);
     if (parts.size() != 4)
         return {};
