@@ -26,9 +26,12 @@ ProjectTotalsWindow::ProjectTotalsWindow(QWidget *parent)
     m_tree->setRootIsDecorated(false);
     m_tree->setAlternatingRowColors(true);
     m_tree->setSortingEnabled(false);
+    m_tree->header()->setStretchLastSection(false);
     m_tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    for (int column = 1; column < 4; ++column)
+    for (int column = 1; column < 4; ++column) {
         m_tree->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+        m_tree->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    }
     setCentralWidget(m_tree);
     statusBar()->addWidget(m_summary, 1);
 
