@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AttachmentList.h"
+#include "KeyValueCoding.h"
 #include "ProjectItem.h"
 
 #include <functional>
@@ -9,7 +10,7 @@ class CurrencyFormatter;
 
 // The unit of billing: a name, a wage, a rounding rule, an optional customer and one ordered list
 // of timed entries and flat fees, from which it computes totals.
-class Project {
+class Project : public KeyValueCoding {
 public:
     Project();
     Project(const QString &name, const QString &description, float hourlyWage, int roundWhat,
@@ -82,7 +83,7 @@ public:
     QVariantMap dictionaryRepresentation() const { return {}; }
 
     // Key paths read by search criteria and reports ("name", "totalDuration", "totalWages", ...).
-    QVariant valueForKey(QStringView key) const;
+    QVariant valueForKey(QStringView key) const override;
 
 private:
     const CurrencyFormatter &currencyFormatter() const;

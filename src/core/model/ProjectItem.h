@@ -8,13 +8,14 @@
 #include <optional>
 
 #include "AttachmentList.h"
+#include "KeyValueCoding.h"
 
 class Project;
 
 // What timed entries and flat fees have in common: they live in one list of a project and answer
 // the same state, duration and key-path questions, so that lists, totals, search criteria and
 // reports treat both kinds alike.
-class ProjectItem {
+class ProjectItem : public KeyValueCoding {
 public:
     enum class Kind { Entry, FlatFee };
 
@@ -62,7 +63,7 @@ public:
 
     // The value behind a key path ("time", "effectiveDuration", "fromDateAsDate", "amount", ...),
     // as search criteria and reports read it; invalid for a key the item does not have.
-    virtual QVariant valueForKey(QStringView key) const;
+    QVariant valueForKey(QStringView key) const override;
 
     virtual std::shared_ptr<ProjectItem> copyItem() const = 0;
     virtual QString stringDescription() const = 0;
