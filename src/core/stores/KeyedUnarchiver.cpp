@@ -125,8 +125,11 @@ QColor colorFrom(plist_t node) {
     return QColor::fromRgbF(values[0], values[1], values[2], values[3]);
 }
 
+// Whether the class or its mutable variant is in the chain (archives name the immutable parent
+// too, but a minimal one may not).
 bool chainHas(const QStringList &chain, const char *name) {
-    return chain.contains(QLatin1StringView(name));
+    const QLatin1StringView base(name);
+    return chain.contains(base) || chain.contains(QLatin1StringView("NSMutable") + base.mid(2));
 }
 
 } // namespace
