@@ -76,7 +76,10 @@ bool HelpFunctions::isDateInThisWeek(const QDateTime &date, int firstDayOfWeek) 
     if (back < 0)
         back += 7;
     const QDateTime start = today.addDays(-back);
-    const QDateTime end = start.addDays(6).addSecs(23 * 3600 + 59 * 60 + 59);
+    // 6 days, 23 hours, 59 minutes and 59 seconds on the calendar: the last second of the week's
+    // last day, also when the clocks change during the week (adding 86399 real seconds to its
+    // midnight would end an hour early or late).
+    const QDateTime end(start.date().addDays(6), QTime(23, 59, 59));
     return start.msecsTo(date) >= 0 && date.msecsTo(end) >= 0;
 }
 
