@@ -1,0 +1,239 @@
+#include "model/Clock.h"
+#include "platform/Preferences.h"
+#include "search/FilterController.h"
+#include "search/QuickFilters.h"
+#include "support/KeyedObjectStub.h"
+
+#include <QFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using C = MPSearchCriterion;
+
+namespace {
+
+class RecordingTarget : public FilterTarget {
+public:
+    void setCurrentFilter(const Filter::Pointer &filter) override { current = filter; }
+    void disableQuickFilters() override { ++quickFiltersOff; }
+    Filter::Pointer current;
+    int quickFiltersOff = 0;
+};
+
+Filter::Pointer filterNamed(const QString &name) {
+    auto filter = std::make_shared<Filter>();
+    filter->setName(name);
+    auto projects = std::make_shared<MPSearchQuery>();
+    projects->setMatchMode(1);
+    projects->addCriterion(
+        C::criterionWithString(QStringLiteral("Web"), C::StartsWith, QStringLiteral("name")));
+    projects->addCriterion(C::criterionWithCustomer(3, C::IsEqualTo, QStringLiteral("customer")));
+    projects->addCriterion(
+        C::criterionWithFloat(45.0f, C::IsGreaterThan, QStringLiteral("hourlyWage")));
+    projects->setAuxiliaryDataIntegerValue(7, QStringLiteral("rows"));
+    auto entries = std::make_shared<MPSearchQuery>();
+    entries->addCriterion(C::criterionWithDate(QDateTime(QDate(2026, 11, 2), QTime(9, 30)),
+                                               C::IsOnOrAfter, QStringLiteral("fromDateAsDate")));
+    entries->addCriterion(C::criterionWithBoolean(true, C::IsTrue, QStringLiteral("isChecked")));
+    entries->addCriterion(
+        C::criterionWithRange({10, 10}, C::IsWithinTheRange, QStringLiteral("effectiveDuration")));
+    entries->addCriterion(C::criterionWithIndexSet(IndexSet::withIndex(4), C::IsInTheSet,
+                                                   QStringLiteral("pauseTime")));
+    entries->addCriterion(
+        C::criterionWithTag(QStringLiteral("a,b"), C::DoesNotContain, QStringLiteral("tags")));
+    filter->setProjectQuery(projects);
+    filter->setEntryQuery(entries);
+    return filter;
+}
+
+QByteArray readFile(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestFilters : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void init() {
+        FilterController::forgetSelectedFilterName();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_preferences = std::make_unique<Preferences>(m_folder->filePath(QStringLiteral("p.conf")));
+        m_target = RecordingTarget();
+        m_controller = std::make_unique<FilterController>(
+            m_folder->filePath(QStringLiteral("filters.plist")), *m_preferences, m_target);
+        m_controller->setFilters({filterNamed(QStringLiteral("Web")), filterNamed(QString()),
+                                  filterNamed(QStringLiteral("Checked"))});
+        QVERIFY(m_controller->saveFilters());
+    }
+
+    void fileKeepsEveryValue() {
+        RecordingTarget target;
+        FilterController other(m_controller->filtersPath(), *m_preferences, target);
+        QVERIFY(other.loadFilters());
+        QCOMPARE(other.filters().size(), 3);
+        QCOMPARE(Filter::archiveList(other.filters()),
+                 Filter::archiveList(m_controller->filters()));
+        const auto entries = other.filters()[0]->entryQuery();
+        QCOMPARE(entries->criterionAtIndex(2)->objectValue().value<RangeValue>(),
+                 (RangeValue{10, 10}));
+        QCOMPARE(other.filters()[0]->projectQuery()->auxiliaryDataIntegerValueForKey(
+                     QStringLiteral("rows")),
+                 7);
+        QCOMPARE(other.filters()[0]->projectQuery()->matchMode(), 1);
+    }
+
+    void valueOfTheWrongKindIsDropped() {
+        QByteArray archive = Filter::archiveList(m_controller->filters());
+        // The first text criterion ("Web") claims to be an Integer but holds a text.
+        const qsizetype at =
+            archive.indexOf("<key>mp_sq_crit_datatype</key>\n\t\t\t<integer>3</integer>");
+        QVERIFY(at > 0);
+        archive.replace(archive.indexOf("<integer>3</integer>", at), 20, "<integer>1</integer>");
+        const auto filters = Filter::unarchiveList(archive);
+        QVERIFY(filters);
+        const auto criterion = filters->first()->projectQuery()->criterionAtIndex(0);
+        QVERIFY(!criterion->objectValue().isValid());
+        criterion->setMatchKind(C::IsEqualTo);
+        KeyedObjectStub zero({{QStringLiteral("name"), 0}});
+        QVERIFY(criterion->testForMatchWithObject(&zero)); // compares against 0
+    }
+
+    void popUpItems() {
+        const auto items = m_controller->menuItems();
+        QCOMPARE(items.size(), 6);
+        QCOMPARE(items[0].title, QStringLiteral("Edit Filters..."));
+        QCOMPARE(items[0].tag, -2);
+        QCOMPARE(items[1].title, QStringLiteral("Off"));
+        QCOMPARE(items[2].tag, -99);
+        QCOMPARE(items[4].title, QStringLiteral("error: no name"));
+        QCOMPARE(items[5].tag, 2);
+    }
+
+    void choosingFilters() {
+        QVERIFY(m_controller->filterAction(-2)); // the sheet opens
+        QVERIFY(!m_controller->filterAction(1));
+        QCOMPARE(m_target.current, m_controller->filters()[1]);
+        QCOMPARE(m_target.quickFiltersOff, 1);
+        QCOMPARE(FilterController::selectedFilterName(), QStringLiteral("error: no name"));
+        QCOMPARE(m_preferences->stringForKey(u"selectedFilterName"),
+                 QStringLiteral("error: no name"));
+        m_controller->filterAction(-1);
+        QVERIFY(!m_target.current);
+        QCOMPARE(m_preferences->stringForKey(u"selectedFilterName"), QStringLiteral(""));
+    }
+
+    void restoresTheChosenFilterAtStart() {
+        m_preferences->setObject(QStringLiteral("Checked"), u"selectedFilterName");
+        m_controller->awake();
+        QCOMPARE(m_controller->selectedTag(), 2);
+        QCOMPARE(m_target.current->name(), QStringLiteral("Checked"));
+
+        FilterController::forgetSelectedFilterName();
+        m_target.current.reset();
+        m_preferences->setObject(QStringLiteral("Gone"), u"selectedFilterName");
+        m_controller->awake();
+        QCOMPARE(m_controller->selectedTag(), -1);
+        QVERIFY(!m_target.current);
+    }
+
+    void quickFiltersSetTheSavedFilterAside() {
+        m_controller->filterAction(0);
+        m_controller->temporaryDisableFilter();
+        QCOMPARE(m_controller->selectedTag(), -1);
+        QVERIFY(!m_target.current);
+        m_controller->reenableFilter();
+        QCOMPARE(m_controller->selectedTag(), 0);
+        QCOMPARE(m_target.current, m_controller->filters()[0]);
+    }
+
+    void cancellingKeepsTheFile() {
+        const QByteArray before = readFile(m_controller->filtersPath());
+        m_controller->showSheet();
+        m_controller->add();
+        m_controller->filters().last()->setName(QStringLiteral("Unsaved"));
+        m_controller->sheetDidEnd(1);
+        QCOMPARE(readFile(m_controller->filtersPath()), before);
+        m_controller->showSheet();
+        QCOMPARE(m_controller->filters().size(), 3);
+    }
+
+    void storingQueriesFromTheEditors() {
+        m_controller->showSheet();
+        QCOMPARE(m_controller->previousFilterIndex(), 0);
+        QVERIFY(m_controller->projectQueryLoaded() && !m_controller->entryQueryLoaded());
+        m_controller->selectTab(FilterController::Tab::Entries);
+        QCOMPARE(m_controller->entryEditorQuery(), m_controller->filters()[0]->entryQuery());
+        // Turning the project flag off discards the project query when the filter is stored.
+        m_controller->setProjectFilterActive(false);
+        m_controller->entryEditorQuery()->setMatchMode(1);
+        m_controller->filterSelected(2);
+        const auto stored = m_controller->filters()[0];
+        QVERIFY(!stored->projectQuery());
+        QCOMPARE(stored->entryQuery()->matchMode(), 1);
+        // The stored query is a copy: further edits in the editor do not reach it.
+        QVERIFY(stored->entryQuery() != m_controller->filters()[2]->entryQuery());
+        m_controller->entryEditorQuery()->setMatchMode(0);
+        QCOMPARE(stored->entryQuery()->matchMode(), 1);
+        m_controller->sheetDidEnd(0);
+        RecordingTarget target;
+        FilterController reread(m_controller->filtersPath(), *m_preferences, target);
+        reread.loadFilters();
+        QVERIFY(!reread.filters()[0]->projectQuery());
+    }
+
+    void renamingTheChosenFilterTurnsItOff() {
+        m_controller->filterAction(2);
+        m_controller->showSheet();
+        m_controller->filters()[2]->setName(QStringLiteral("Renamed"));
+        m_controller->sheetDidEnd(0);
+        QCOMPARE(m_controller->selectedTag(), -1);
+        QVERIFY(!m_target.current);
+    }
+
+    void quickFilters() {
+        QuickFilters quick;
+        QVERIFY(quick.load(QStringLiteral(HOURFOLD_RESOURCE_DIR "/quickfilters.plist")));
+        QCOMPARE(quick.filters().size(), 4);
+        QList<int> kinds;
+        for (const auto &filter : quick.filters())
+            kinds.append(filter->entryQuery()->criterionAtIndex(0)->matchKind());
+        QCOMPARE(kinds, (QList<int>{24, 25, 26, 27}));
+        QCOMPARE(quick.filterForIdentifier(u"week"), quick.filters()[3]);
+        QVERIFY(!quick.filterForIdentifier(u"decade"));
+
+        Clock::setNow(QDateTime(QDate(2026, 11, 22), QTime(12, 0)));
+        KeyedObjectStub today(
+            {{QStringLiteral("fromDateAsDate"), QDateTime(QDate(2026, 11, 22), QTime(0, 0))}});
+        KeyedObjectStub lastMonth(
+            {{QStringLiteral("fromDateAsDate"), QDateTime(QDate(2026, 10, 22), QTime(0, 0))}});
+        QVERIFY(quick.filterForIdentifier(u"today")->entryQuery()->queryMatchesObject(&today));
+        QVERIFY(!quick.filterForIdentifier(u"month")->entryQuery()->queryMatchesObject(&lastMonth));
+        QVERIFY(quick.filterForIdentifier(u"year")->entryQuery()->queryMatchesObject(&lastMonth));
+        Clock::reset();
+
+        m_controller->filterAction(0);
+        quick.choose(QStringLiteral("week"), false, *m_controller, m_target, *m_preferences);
+        QCOMPARE(m_target.current, quick.filters()[3]);
+        QCOMPARE(m_controller->selectedTag(), -1);
+        QCOMPARE(m_preferences->stringForKey(u"quickfilter"), QStringLiteral("week"));
+        quick.choose(QStringLiteral("off"), true, *m_controller, m_target, *m_preferences);
+        QCOMPARE(m_target.current, quick.filters()[3]); // nothing changes while starting up
+        quick.choose(QStringLiteral("off"), false, *m_controller, m_target, *m_preferences);
+        QVERIFY(!m_target.current);
+    }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Preferences> m_preferences;
+    RecordingTarget m_target;
+    std::unique_ptr<FilterController> m_controller;
+};
+
+QTEST_GUILESS_MAIN(TestFilters)
+#include "tst_filters.moc"
