@@ -3,7 +3,10 @@
 #include "../stores/KeyedArchiver.h"
 #include "SearchArchiveClasses.h"
 
+#include "../Logging.h"
+
 #include <QCoreApplication>
+#include <QFile>
 
 namespace {
 
@@ -68,4 +71,22 @@ std::optional<QList<Filter::Pointer>> Filter::unarchiveList(const QByteArray &da
         filters.append(filter);
     }
     return filters;
+}
+
+bool Filter::readListFile(const QString &path, QList<Pointer> &filters) {
+    QFile file(path);
+    if (!file.exists())
+        return true;
+    if (!file.open(QIODevice::ReadOnly)) {
+        qCWarning(lcSearch) << "cannot read" << path << file.errorString();
+        return false;
+    }
+    QString error;
+    const auto read = unarchiveList(file.readAll(), &error);
+    if (!read) {
+        qCWarning(lcSearch).noquote() << "cannot read" << path << ":" << error;
+        return false;
+    }
+    filters = *read;
+    return true;
 }

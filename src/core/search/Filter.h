@@ -31,6 +31,9 @@ public:
     static QByteArray archiveList(const QList<Pointer> &filters);
     static std::optional<QList<Pointer>> unarchiveList(const QByteArray &data,
                                                        QString *error = nullptr);
+    // Replaces filters by the file's list when the file exists; a missing file leaves them as
+    // they are, and so does one that cannot be read (logged; false).
+    static bool readListFile(const QString &path, QList<Pointer> &filters);
 
 private:
     QString m_name;

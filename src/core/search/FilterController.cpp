@@ -5,7 +5,6 @@
 #include "../platform/Preferences.h"
 
 #include <QCoreApplication>
-#include <QFile>
 
 namespace {
 
@@ -30,21 +29,7 @@ FilterController::FilterController(const QString &filtersPath, Preferences &pref
     , m_entryEditorQuery(m_entryProperties.newQuery()) {}
 
 bool FilterController::loadFilters() {
-    QFile file(m_filtersPath);
-    if (!file.exists())
-        return true;
-    if (!file.open(QIODevice::ReadOnly)) {
-        qCWarning(lcSearch) << "cannot read" << m_filtersPath << file.errorString();
-        return false;
-    }
-    QString error;
-    const auto filters = Filter::unarchiveList(file.readAll(), &error);
-    if (!filters) {
-        qCWarning(lcSearch).noquote() << "cannot read" << m_filtersPath << ":" << error;
-        return false;
-    }
-    m_filters = *filters;
-    return true;
+    return Filter::readListFile(m_filtersPath, m_filters);
 }
 
 bool FilterController::saveFilters() {

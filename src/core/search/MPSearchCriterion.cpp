@@ -380,25 +380,14 @@ bool MPSearchCriterion::booleanMatch(bool value) const {
 }
 
 bool MPSearchCriterion::integerMatch(int value) const {
-    const int c = _compareData.toInt();
-    switch (_matchType) {
-    case IsEqualTo:
-        return value == c;
-    case IsGreaterThan:
-        return value > c;
-    case IsLessThan:
-        return value < c;
-    case IsEqualToOrGreaterThan:
-        return value >= c;
-    case IsEqualToOrLessThan:
-        return value <= c;
-    default:
-        return value != c;
-    }
+    return numberMatch(value, _compareData.toInt());
 }
 
 bool MPSearchCriterion::floatMatch(float value) const {
-    const float c = _compareData.toFloat();
+    return numberMatch(value, _compareData.toFloat());
+}
+
+template <typename T> bool MPSearchCriterion::numberMatch(T value, T c) const {
     switch (_matchType) {
     case IsEqualTo:
         return value == c;

@@ -143,6 +143,8 @@ public:
     explicit MPSearchCriterion(int matchKind);
 
 private:
+    // The integer and float comparisons; any kind not named is "differs".
+    template <typename T> bool numberMatch(T value, T c) const;
     // The path of every constructor: type fixed, then the value stored through its setter. An
     // invalid value means no value at all.
     static Pointer construct(int dataType, int matchKind, const QString &identifier,

@@ -1,11 +1,9 @@
 #include "QuickFilters.h"
 
-#include "../Logging.h"
 #include "../platform/Preferences.h"
 #include "FilterController.h"
 
 #include <QCoreApplication>
-#include <QFile>
 
 QList<Filter::Pointer> QuickFilters::makeDefaultFilters() {
     const struct {
@@ -35,21 +33,7 @@ QList<Filter::Pointer> QuickFilters::makeDefaultFilters() {
 }
 
 bool QuickFilters::load(const QString &path) {
-    QFile file(path);
-    if (!file.exists())
-        return true;
-    if (!file.open(QIODevice::ReadOnly)) {
-        qCWarning(lcSearch) << "cannot read" << path << file.errorString();
-        return false;
-    }
-    QString error;
-    const auto filters = Filter::unarchiveList(file.readAll(), &error);
-    if (!filters) {
-        qCWarning(lcSearch).noquote() << "cannot read" << path << ":" << error;
-        return false;
-    }
-    m_filters = *filters;
-    return true;
+    return Filter::readListFile(path, m_filters);
 }
 
 int QuickFilters::positionForIdentifier(QStringView identifier) {
