@@ -2,6 +2,7 @@
 
 #include "../Logging.h"
 #include "../platform/AtomicFile.h"
+#include "../platform/FileIdentity.h"
 #include "Clock.h"
 #include "ProjectXmlReader.h"
 #include "ProjectXmlWriter.h"
@@ -205,6 +206,7 @@ ProjectFile::LoadResult ProjectFile::load(const QString &path) {
         mapped ? QByteArray::fromRawData(reinterpret_cast<const char *>(mapped), qsizetype(size))
                : file.readAll();
     result = read(bytes);
+    result.contentHash = FileIdentity::hashOf(bytes);
     if (result.ok && result.recovered) {
         QString error;
         result.backupPath = keepRecoveredCopy(path, bytes, &error);
@@ -223,8 +225,9 @@ QByteArray ProjectFile::makeXML(const ProjectList &projects) {
 }
 
 ProjectFile::SaveResult ProjectFile::save(const QString &path, const ProjectList &projects) {
-    const AtomicFile::Result written = AtomicFile::write(path, makeXML(projects));
-    return {written.ok, written.error};
+    const QByteArray bytes = makeXML(projects);
+    const AtomicFile::Result written = AtomicFile::write(path, bytes);
+    return {written.ok, written.error, FileIdentity::hashOf(bytes)};
 }
 
 QString ProjectFile::keepRecoveredCopy(const QString &path, const QByteArray &bytes,

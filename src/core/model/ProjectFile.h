@@ -26,11 +26,14 @@ public:
         int itemsLeftOut = 0;
         // The file was in the older layout and converted in memory.
         bool converted = false;
+        // A fast hash of the bytes read, to tell later whether the file changed.
+        quint64 contentHash = 0;
     };
 
     struct SaveResult {
         bool ok = false;
         QString error;
+        quint64 contentHash = 0; // of the bytes written
     };
 
     // Reads a project file. A failure leaves nothing behind: the caller keeps what it had.

@@ -12,8 +12,9 @@ Preferences *&sharedOverride() {
 }
 } // namespace
 
-Preferences::Preferences(const QString &filePath)
-    : m_settings(std::make_unique<QSettings>(filePath, QSettings::IniFormat)) {
+Preferences::Preferences(const QString &filePath, QObject *parent)
+    : QObject(parent)
+    , m_settings(std::make_unique<QSettings>(filePath, QSettings::IniFormat)) {
     registerDefaults(registeredDefaults());
 }
 
@@ -37,7 +38,7 @@ QVariantMap Preferences::registeredDefaults() {
     const auto yes = QVariant(true);
     const auto no = QVariant(false);
     return {
-        {QStringLiteral("defaultTime"), QDateTime(QDate::currentDate(), QTime(8, 0))},
+        {QStringLiteral("defaultTime"), QTime(8, 0)},
         {QStringLiteral("loadLastOpenFile"), yes},
         {QStringLiteral("StartingDirectory"), QString()},
         {QStringLiteral("DrawerState"), no},
@@ -124,8 +125,17 @@ QColor Preferences::colorForKey(QStringView key) const {
     return colorFromText(stringForKey(key));
 }
 
+QTime Preferences::timeForKey(QStringView key) const {
+    const QVariant value = objectForKey(key);
+    if (value.typeId() == QMetaType::QDateTime)
+        return value.toDateTime().time();
+    return value.toTime();
+}
+
 void Preferences::setObject(const QVariant &value, QStringView key) {
-    m_settings->setValue(key.toString(), value);
+    const QString name = key.toString();
+    m_settings->setValue(name, value);
+    emit valueChanged(name);
 }
 
 void Preferences::setColor(const QColor &color, QStringView key) {
@@ -133,7 +143,9 @@ void Preferences::setColor(const QColor &color, QStringView key) {
 }
 
 void Preferences::removeObjectForKey(QStringView key) {
-    m_settings->remove(key.toString());
+    const QString name = key.toString();
+    m_settings->remove(name);
+    emit valueChanged(name);
 }
 
 bool Preferences::synchronize() {

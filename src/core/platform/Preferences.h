@@ -9,9 +9,11 @@
 
 // The user's preferences: a settings file with a table of registered defaults underneath. A
 // registered default answers only while the user has no value of their own.
-class Preferences {
+class Preferences : public QObject {
+    Q_OBJECT
+
 public:
-    explicit Preferences(const QString &filePath);
+    explicit Preferences(const QString &filePath, QObject *parent = nullptr);
 
     // The process-wide preferences (~/.config/Hourfold/Hourfold3.conf). setShared() puts another
     // instance in its place (not owned); nullptr goes back to the default one.
@@ -29,6 +31,7 @@ public:
     float floatForKey(QStringView key) const;
     QString stringForKey(QStringView key) const;
     QDateTime dateForKey(QStringView key) const;
+    QTime timeForKey(QStringView key) const;
     // Colours are kept losslessly as four decimal numbers "r g b a" (0..1).
     QColor colorForKey(QStringView key) const;
 
@@ -42,6 +45,10 @@ public:
 
     static QString colorText(const QColor &color);
     static QColor colorFromText(const QString &text);
+
+signals:
+    // A value was set or removed under the key.
+    void valueChanged(const QString &key);
 
 private:
     std::unique_ptr<QSettings> m_settings;

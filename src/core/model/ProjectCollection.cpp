@@ -1,0 +1,603 @@
+#include "ProjectCollection.h"
+
+#include "../Logging.h"
+#include "../platform/AtomicFile.h"
+#include "../platform/CurrencyFormatter.h"
+#include "../platform/Preferences.h"
+#include "../platform/ProjectFileLock.h"
+#include "Clock.h"
+#include "CustomerDirectory.h"
+#include "EntrySort.h"
+#include "HelpFunctions.h"
+#include "StoredForms.h"
+#include "UndoCommand.h"
+
+#include <QFileInfo>
+
+namespace {
+
+Filter::Pointer makeSearchFilter() {
+    auto query = std::make_shared<MPSearchQuery>();
+    query->setMatchMode(1);
+    query->addCriterion(MPSearchCriterion::criterionWithString(
+        QStringLiteral(""), MPSearchCriterion::Contains, QStringLiteral("comment")));
+    auto tags = MPSearchCriterion::criterionWithTag(QStringLiteral(""), MPSearchCriterion::Contains,
+                                                    QStringLiteral("tags"));
+    tags->setIgnoresCase(true);
+    query->addCriterion(tags);
+    auto filter = std::make_shared<Filter>();
+    filter->setIsProjectsQueryActive(false);
+    filter->setEntryQuery(query);
+    return filter;
+}
+
+// The values of a project that editing takes over, customer included.
+std::shared_ptr<Project> valuesOf(const Project &project) {
+    auto values = project.copy();
+    values->setCustomer(project.customer());
+    return values;
+}
+
+void takeOver(Project &project, const Project &values) {
+    project.setName(values.name());
+    project.setDescription(values.description());
+    project.setHourlyWage(values.hourlyWage());
+    project.setRoundWhat(values.roundWhat());
+    project.setRoundTo(values.roundTo());
+    project.setRoundType(values.roundType());
+    project.setCustomer(values.customer());
+    project.setTags(values.tags());
+}
+
+} // namespace
+
+ProjectCollection::ProjectCollection(Preferences &preferences, QObject *parent)
+    : QObject(parent)
+    , m_preferences(preferences)
+    , m_searchFilter(makeSearchFilter())
+    , m_hideFadedProjects(preferences.boolForKey(u"hideFadedProjects"))
+    , m_sortingColumn(preferences.stringForKey(u"sortingColumn"))
+    , m_ascending(preferences.boolForKey(u"sortAscending")) {}
+
+ProjectCollection::~ProjectCollection() = default;
+
+void ProjectCollection::setCurrencyFormatter(const CurrencyFormatter *formatter) {
+    m_currency = formatter;
+    for (const auto &project : std::as_const(m_projects))
+        project->setCurrencyFormatter(formatter);
+}
+
+QStringList ProjectCollection::projectNames() const {
+    QStringList names;
+    for (const auto &project : m_projects)
+        names.append(project->name());
+    return names;
+}
+
+std::shared_ptr<Project> ProjectCollection::projectWithName(const QString &name) const {
+    for (const auto &project : m_projects) {
+        if (project->name() == name)
+            return project;
+    }
+    return nullptr;
+}
+
+QList<std::shared_ptr<Entry>> ProjectCollection::workingEntries() const {
+    QList<std::shared_ptr<Entry>> working;
+    for (const auto &project : m_projects) {
+        for (const auto &item : project->entries()) {
+            if (item->isEntry() && item->isWorking())
+                working.append(std::static_pointer_cast<Entry>(item));
+        }
+    }
+    return working;
+}
+
+void ProjectCollection::setDataChanged(bool changed) {
+    m_changed = changed;
+    emit changedMarkChanged(changed);
+    if (changed && m_finishedLoading && !m_currentFile.isEmpty() &&
+        m_preferences.integerForKey(u"crashProtection") != 0)
+        scheduleSave();
+}
+
+void ProjectCollection::scheduleSave() {
+    if (m_savePending)
+        return;
+    m_savePending = true;
+    QMetaObject::invokeMethod(this, &ProjectCollection::flushPendingSave, Qt::QueuedConnection);
+}
+
+void ProjectCollection::flushPendingSave() {
+    if (!m_savePending)
+        return;
+    m_savePending = false;
+    if (m_changed && !m_currentFile.isEmpty())
+        saveCollection(m_currentFile);
+}
+
+void ProjectCollection::newDatabase() {
+    m_projects.clear();
+    m_visibleProjects.clear();
+    m_filteredEntries.clear();
+    m_undoStack.clear();
+    m_currentFile.clear();
+    m_fileIdentity = FileIdentity();
+    m_savePending = false;
+    setDataChanged(false);
+    emit projectsChanged();
+}
+
+ProjectFile::LoadResult ProjectCollection::loadCollection(const QString &path) {
+    ProjectFile::LoadResult result = ProjectFile::load(path);
+    if (!result.ok)
+        return result;
+    m_finishedLoading = false;
+    m_savePending = false;
+    m_undoStack.clear();
+    m_projects = result.projects;
+    for (const auto &project : std::as_const(m_projects))
+        project->setCurrencyFormatter(m_currency);
+    m_currentFile = QFileInfo(path).absoluteFilePath();
+    m_fileIdentity = FileIdentity::of(m_currentFile, result.contentHash);
+    m_preferences.setObject(path, u"LastOpenFile");
+    m_preferences.synchronize();
+    sortAllProjects();
+    updateVisibleProjects();
+    setDataChanged(false);
+    m_finishedLoading = true;
+    emit loaded(m_currentFile);
+    return result;
+}
+
+bool ProjectCollection::currentFileChangedOnDisk() const {
+    return !m_currentFile.isEmpty() && m_fileIdentity.isKnown() &&
+           m_fileIdentity.differsFrom(m_currentFile);
+}
+
+ProjectFile::SaveResult ProjectCollection::saveCollection(const QString &path) {
+    m_savePending = false;
+    const QString target = QFileInfo(path).absoluteFilePath();
+    ProjectFile::SaveResult result;
+    ProjectFileLock lock(target);
+    if (!lock.lock()) {
+        result.error = lock.errorString();
+    } else if (target == m_currentFile && currentFileChangedOnDisk()) {
+        result.error = tr("\"%1\" was changed by another program since it was opened or last "
+                          "saved. Nothing was written: reload the file or save it under another "
+                          "name.")
+                           .arg(target);
+    } else {
+        result = ProjectFile::save(target, m_projects);
+    }
+    if (!result.ok) {
+        qCWarning(lcFile).noquote() << "not saved:" << result.error;
+        emit saveFailed(result.error);
+        return result;
+    }
+    m_currentFile = target;
+    m_fileIdentity = FileIdentity::of(target, result.contentHash);
+    setDataChanged(false);
+    emit saved(target);
+    return result;
+}
+
+QString ProjectCollection::makeStringFromMinutes(int minutes) {
+    return StoredForms::durationText(minutes);
+}
+
+QString ProjectCollection::formattedWages(float wages) const {
+    return (m_currency ? *m_currency : CurrencyFormatter::fallback()).format(wages);
+}
+
+QString ProjectCollection::statusBarInfo() const {
+    int minutes = 0;
+    float wages = 0;
+    const auto filtered = [this](const ProjectItem &item) { return isEntryFiltered(item); };
+    for (const auto &project : m_visibleProjects) {
+        minutes += filteredTotalDurationOfProject(*project);
+        wages += project->totalWagesWithFilter(true, filtered);
+    }
+    return QStringLiteral("%1: %2\t%3: %4")
+        .arg(tr("Total duration"), makeStringFromMinutes(minutes), tr("Total wages"),
+             formattedWages(wages));
+}
+
+void ProjectCollection::changed() {
+    updateVisibleProjects();
+    setDataChanged(true);
+}
+
+void ProjectCollection::push(const QString &name, std::function<void()> perform,
+                             std::function<void()> revert) {
+    m_undoStack.push(new UndoCommand(name, std::move(perform), std::move(revert)));
+}
+
+void ProjectCollection::insertProject(const std::shared_ptr<Project> &project, qsizetype at) {
+    project->setCurrencyFormatter(m_currency);
+    m_projects.insert(std::clamp<qsizetype>(at, 0, m_projects.size()), project);
+}
+
+void ProjectCollection::removeProject(const std::shared_ptr<Project> &project) {
+    m_projects.removeAll(project);
+    m_visibleProjects.removeAll(project);
+}
+
+void ProjectCollection::addProject(const std::shared_ptr<Project> &project) {
+    push(
+        tr("Add Project"),
+        [this, project] {
+            insertProject(project, m_projects.size());
+            changed();
+        },
+        [this, project] {
+            removeProject(project);
+            changed();
+        });
+}
+
+void ProjectCollection::deleteProject(const std::shared_ptr<Project> &project) {
+    // Undoing puts the project back at the end of the list, not at its old place.
+    push(
+        tr("Delete Project"),
+        [this, project] {
+            removeProject(project);
+            changed();
+        },
+        [this, project] {
+            insertProject(project, m_projects.size());
+            changed();
+        });
+}
+
+void ProjectCollection::addEntry(const std::shared_ptr<ProjectItem> &item,
+                                 const std::shared_ptr<Project> &project,
+                                 const QString &operationName) {
+    push(
+        operationName,
+        [this, item, project] {
+            project->addEntry(item);
+            sortEntriesOfProject(*project);
+            changed();
+        },
+        [this, item, project] {
+            project->deleteEntry(item);
+            changed();
+        });
+}
+
+void ProjectCollection::deleteEntry(const std::shared_ptr<ProjectItem> &item,
+                                    const std::shared_ptr<Project> &project) {
+    deleteEntry(item, project, tr("Delete Entry"));
+}
+
+void ProjectCollection::deleteEntry(const std::shared_ptr<ProjectItem> &item,
+                                    const std::shared_ptr<Project> &project,
+                                    const QString &operationName) {
+    push(
+        operationName,
+        [this, item, project] {
+            project->deleteEntry(item);
+            changed();
+        },
+        [this, item, project] {
+            project->addEntry(item);
+            sortEntriesOfProject(*project);
+            changed();
+        });
+}
+
+void ProjectCollection::moveEntries(const ItemList &items, const std::shared_ptr<Project> &target) {
+    const QString name = tr("Move Entry");
+    m_undoStack.beginMacro(name);
+    for (const auto &item : items) {
+        std::shared_ptr<Project> source;
+        for (const auto &project : std::as_const(m_projects)) {
+            if (project.get() == item->parent())
+                source = project;
+        }
+        if (!source || source == target)
+            continue;
+        addEntry(item, target, name);
+        deleteEntry(item, source, name);
+    }
+    m_undoStack.endMacro();
+}
+
+void ProjectCollection::editProject(const std::shared_ptr<Project> &project,
+                                    const Project &values) {
+    const auto now = valuesOf(values);
+    const auto before = valuesOf(*project);
+    push(
+        tr("Edit Project"),
+        [this, project, now] {
+            takeOver(*project, *now);
+            changed();
+        },
+        [this, project, before] {
+            takeOver(*project, *before);
+            changed();
+        });
+}
+
+void ProjectCollection::editEntry(const std::shared_ptr<Entry> &entry, const Entry &values,
+                                  bool stopped) {
+    const auto now = values.copy();
+    const auto before = entry->copy();
+    // Pauses and the pause moment are kept by value, so that undo brings back pauses that the
+    // edit deleted or closed.
+    const PauseList pausesBefore = entry->pauseEntries();
+    const QDateTime pausedBefore = entry->pausedAt();
+    const auto apply = [this, entry](const Entry &v, bool stop) {
+        entry->setDate(v.date());
+        entry->setFromTime(v.fromTime());
+        entry->setFromDate(v.fromDate());
+        entry->setToTime(v.toTime());
+        entry->setToDate(v.toDate());
+        entry->setComment(v.comment());
+        entry->setTime(v.time());
+        entry->setIsWorking(v.isWorking());
+        entry->setHasPeriod(v.hasPeriod());
+        entry->setTags(v.tags());
+        if (!v.hasPeriod())
+            entry->deleteAllPauseEntries();
+        if (stop && entry->isPaused())
+            entry->resume();
+        if (!v.isWorking() && entry->parent())
+            sortEntriesOfProject(*entry->parent());
+    };
+    push(
+        tr("Edit Entry"),
+        [this, apply, now, stopped] {
+            apply(*now, stopped);
+            changed();
+        },
+        [this, apply, entry, before, pausesBefore, pausedBefore] {
+            apply(*before, false);
+            entry->setPauseEntries(pausesBefore);
+            entry->setPausedAt(pausedBefore);
+            changed();
+        });
+}
+
+void ProjectCollection::editFlatFeeEntry(const std::shared_ptr<FlatFeeEntry> &fee,
+                                         const FlatFeeEntry &values) {
+    const auto now = values.copy();
+    const auto before = fee->copy();
+    const auto apply = [this, fee](const FlatFeeEntry &v) {
+        fee->setDate(v.date());
+        fee->setAmount(v.amount());
+        fee->setComment(v.comment());
+        fee->setTags(v.tags());
+        if (fee->parent())
+            sortEntriesOfProject(*fee->parent());
+        changed();
+    };
+    push(
+        tr("Edit Entry"), [apply, now] { apply(*now); }, [apply, before] { apply(*before); });
+}
+
+void ProjectCollection::placeProject(const std::shared_ptr<Project> &project, int index,
+                                     bool inVisibleList) {
+    if (!inVisibleList) {
+        m_projects.removeAll(project);
+        m_projects.insert(std::clamp<qsizetype>(index, 0, m_projects.size()), project);
+        return;
+    }
+    // The index counts shown projects: the project goes right behind the shown project that now
+    // stands before it.
+    const qsizetype oldIndex = m_visibleProjects.indexOf(project);
+    m_visibleProjects.removeAll(project);
+    index = int(std::clamp<qsizetype>(index, 0, m_visibleProjects.size()));
+    m_visibleProjects.insert(index, project);
+    qsizetype place = 0;
+    if (index > 0) {
+        place = m_projects.indexOf(m_visibleProjects[index - 1]) + (index < oldIndex ? 1 : 0);
+    }
+    m_projects.removeAll(project);
+    m_projects.insert(std::clamp<qsizetype>(place, 0, m_projects.size()), project);
+}
+
+void ProjectCollection::moveProject(const std::shared_ptr<Project> &project, int index) {
+    const bool inVisibleList = m_hideFadedProjects;
+    const int oldIndex =
+        int(inVisibleList ? m_visibleProjects.indexOf(project) : m_projects.indexOf(project));
+    push(
+        tr("Move Project"),
+        [this, project, index, inVisibleList] {
+            placeProject(project, index, inVisibleList);
+            changed();
+        },
+        [this, project, oldIndex, inVisibleList] {
+            placeProject(project, oldIndex, inVisibleList);
+            changed();
+        });
+}
+
+void ProjectCollection::assignCustomerWithID(int customerId,
+                                             const std::shared_ptr<Project> &project) {
+    const int before = project->customer();
+    push(
+        tr("Assign customer"),
+        [this, project, customerId] {
+            project->setCustomer(customerId);
+            changed();
+        },
+        [this, project, before] {
+            project->setCustomer(before);
+            changed();
+        });
+}
+
+std::shared_ptr<Entry>
+ProjectCollection::startTimerInProject(const std::shared_ptr<Project> &project) {
+    auto entry = std::make_shared<Entry>();
+    entry->setHasPeriod(true);
+    QDateTime start = Clock::nowToTheSecond();
+    if (project->roundWhat() == 1 && project->roundTo() > 0) {
+        const QTime t = start.time();
+        const HFTime rounded =
+            HelpFunctions::roundTime(HFTime{quint32(t.hour()), quint32(t.minute())},
+                                     project->roundType(), project->roundTo());
+        start = QDateTime(start.date(), QTime(0, 0))
+                    .addSecs(qint64(rounded.hours) * 3600 + qint64(rounded.minutes) * 60);
+    }
+    entry->setFromTime(StoredForms::timeText(start.time()));
+    entry->setFromDate(StoredForms::dateText(start.date()));
+    entry->setIsWorking(true);
+    entry->setTime(0);
+    addEntry(entry, project, tr("Start"));
+    return entry;
+}
+
+void ProjectCollection::assignCustomerToProjects(int customerId, const ProjectList &projects) {
+    for (const auto &project : projects)
+        project->setCustomer(customerId);
+    changed();
+}
+
+ProjectList ProjectCollection::removeCustomerFromProjects(int customerId) {
+    ProjectList cleared;
+    for (const auto &project : std::as_const(m_projects)) {
+        if (project->customer() == customerId) {
+            project->setCustomer(-1);
+            cleared.append(project);
+        }
+    }
+    changed();
+    return cleared;
+}
+
+void ProjectCollection::sortAllProjects() {
+    for (const auto &project : std::as_const(m_projects))
+        sortEntriesOfProject(*project);
+}
+
+void ProjectCollection::sortEntriesOfProject(Project &project) {
+    if (!EntrySort::isSortColumn(m_sortingColumn))
+        return;
+    ItemList items = project.entries();
+    EntrySort::sortEntries(items, m_sortingColumn, m_ascending);
+    project.setEntries(items);
+}
+
+void ProjectCollection::columnClicked(const QString &column) {
+    m_sortingColumn = column;
+    m_ascending = !m_ascending;
+    m_preferences.setObject(m_sortingColumn, u"sortingColumn");
+    m_preferences.setObject(m_ascending, u"sortAscending");
+    sortAllProjects();
+    updateVisibleProjects();
+}
+
+ProjectList ProjectCollection::projectsToExpand() const {
+    ProjectList expanded;
+    for (const auto &project : m_projects) {
+        if (project->expanded())
+            expanded.append(project);
+    }
+    return expanded;
+}
+
+ProjectList ProjectCollection::collapseFadedProjects() const {
+    ProjectList faded;
+    for (const auto &project : m_projects) {
+        const auto visible =
+            m_customers ? m_customers->isCustomerVisible(project->customer()) : std::nullopt;
+        if (!visible.value_or(false))
+            faded.append(project);
+    }
+    return faded;
+}
+
+void ProjectCollection::setHideFadedProjects(bool hide) {
+    m_hideFadedProjects = hide;
+    m_preferences.setObject(hide, u"hideFadedProjects");
+    updateVisibleProjects();
+}
+
+bool ProjectCollection::isCustomerHidden(int customerId) const {
+    if (customerId == -1 || !m_customers)
+        return false;
+    return !m_customers->isCustomerVisible(customerId).value_or(true);
+}
+
+void ProjectCollection::updateVisibleProjects() {
+    m_visibleProjects.clear();
+    m_filteredEntries.clear();
+    for (const auto &project : std::as_const(m_projects)) {
+        if (!isCustomerHidden(project->customer()))
+            m_visibleProjects.append(project);
+    }
+    if (!m_searchText.isEmpty()) {
+        for (const auto &project : std::as_const(m_visibleProjects))
+            m_filteredEntries.insert(project->name(), filterEntriesArray(project->entries()));
+    }
+    if (m_currentFilter) {
+        if (const auto query = m_currentFilter->projectQuery())
+            m_visibleProjects =
+                query->findAllMatchingObjectsIn(m_visibleProjects).value_or(ProjectList());
+        for (const auto &project : std::as_const(m_visibleProjects))
+            m_filteredEntries.insert(project->name(), filterEntriesArray(project->entries()));
+    }
+    emit projectsChanged();
+}
+
+void ProjectCollection::setCurrentFilter(const Filter::Pointer &filter) {
+    m_currentFilter = filter;
+    updateVisibleProjects();
+}
+
+void ProjectCollection::setSearchText(const QString &text) {
+    m_searchText = text;
+    const auto query = m_searchFilter->entryQuery();
+    for (int i = 0; i < query->criteriaCount(); ++i)
+        query->criterionAtIndex(i)->setObjectValue(text);
+    updateVisibleProjects();
+}
+
+ItemList ProjectCollection::filteredEntriesForProject(const Project &project) const {
+    return m_filteredEntries.value(project.name());
+}
+
+ItemList ProjectCollection::filterEntriesArray(const ItemList &items) const {
+    ItemList result = items;
+    if (m_currentFilter && m_currentFilter->entryQuery())
+        result =
+            m_currentFilter->entryQuery()->findAllMatchingObjectsIn(result).value_or(ItemList());
+    if (!m_searchText.isEmpty())
+        result =
+            m_searchFilter->entryQuery()->findAllMatchingObjectsIn(result).value_or(ItemList());
+    return result;
+}
+
+bool ProjectCollection::isProjectFiltered(const Project &project) const {
+    if (isCustomerHidden(project.customer()))
+        return true;
+    return std::none_of(m_visibleProjects.cbegin(), m_visibleProjects.cend(),
+                        [&project](const auto &visible) { return visible.get() == &project; });
+}
+
+bool ProjectCollection::isEntryFiltered(const ProjectItem &item) const {
+    const Project *project = item.parent();
+    if (!project)
+        return true;
+    if (isProjectFiltered(*project))
+        return true;
+    if (!m_currentFilter && m_searchText.isEmpty())
+        return false;
+    const auto shown = m_filteredEntries.constFind(project->name());
+    if (shown == m_filteredEntries.cend())
+        return true;
+    return std::none_of(shown->cbegin(), shown->cend(),
+                        [&item](const auto &entry) { return entry.get() == &item; });
+}
+
+int ProjectCollection::filteredTotalDurationOfProject(const Project &project) const {
+    int total = 0;
+    for (const auto &item : project.entries()) {
+        if (item->isEntry() && item->isFinished() && !isEntryFiltered(*item))
+            total += item->effectiveDuration();
+    }
+    return total;
+}

@@ -1,0 +1,158 @@
+#pragma once
+
+#include "../platform/FileIdentity.h"
+#include "../search/Filter.h"
+#include "CustomerAssignments.h"
+#include "Entry.h"
+#include "FlatFeeEntry.h"
+#include "ProjectFile.h"
+
+#include <QHash>
+#include <QObject>
+#include <QUndoStack>
+
+class CurrencyFormatter;
+class CustomerDirectory;
+class Preferences;
+
+// The document: every project, the undo stack, the changed mark and the order of entries. Every
+// change the user can undo goes through here under its action name; the projects shown (customer
+// visibility, the current filter, the search field) are kept here; with crash protection on, a
+// change after a completed load is written to the file at once (at the end of the event-loop
+// turn, so a compound change is written once).
+class ProjectCollection : public QObject, public CustomerAssignments {
+    Q_OBJECT
+
+public:
+    explicit ProjectCollection(Preferences &preferences, QObject *parent = nullptr);
+    ~ProjectCollection() override;
+
+    // Which customers exist and are shown; without one, no customer exists.
+    void setCustomerDirectory(const CustomerDirectory *directory) { m_customers = directory; }
+    void setCurrencyFormatter(const CurrencyFormatter *formatter);
+
+    const ProjectList &projectArray() const { return m_projects; }
+    QStringList projectNames() const;
+    std::shared_ptr<Project> projectWithName(const QString &name) const;
+    bool projectExists(const QString &name) const { return projectWithName(name) != nullptr; }
+    QList<std::shared_ptr<Entry>> workingEntries() const;
+    int numWorkingEntries() const { return int(workingEntries().size()); }
+
+    bool dataChanged() const { return m_changed; }
+    void setDataChanged(bool changed);
+    bool finishedLoading() const { return m_finishedLoading; }
+    // Empties the document and its undo history; the file it was read from is forgotten.
+    void newDatabase();
+
+    // Reads the file and replaces the document with it; a failure leaves the document exactly as
+    // it was.
+    ProjectFile::LoadResult loadCollection(const QString &path);
+    // Writes the document. When the path is the file that was loaded or last saved, it is first
+    // checked (under the file's lock) that no other program has changed it since; if one has,
+    // nothing is written and the reason says so.
+    ProjectFile::SaveResult saveCollection(const QString &path);
+    // The file loaded or last saved; empty for a new document.
+    QString currentFile() const { return m_currentFile; }
+    // Whether another program has changed the current file since it was loaded or saved.
+    bool currentFileChangedOnDisk() const;
+    // Writes a crash-protection save that is still waiting, now.
+    void flushPendingSave();
+
+    QUndoStack *undoStack() override { return &m_undoStack; }
+
+    static QString makeStringFromMinutes(int minutes);
+    QString formattedTime(int minutes) const { return makeStringFromMinutes(minutes); }
+    QString formattedWages(float wages) const;
+    // "Total duration: 12:30\tTotal wages: $562.50" over the shown projects and entries.
+    QString statusBarInfo() const;
+
+    // Undoable changes.
+    void addProject(const std::shared_ptr<Project> &project);
+    void deleteProject(const std::shared_ptr<Project> &project);
+    void addEntry(const std::shared_ptr<ProjectItem> &item, const std::shared_ptr<Project> &project,
+                  const QString &operationName = {});
+    void deleteEntry(const std::shared_ptr<ProjectItem> &item,
+                     const std::shared_ptr<Project> &project);
+    void deleteEntry(const std::shared_ptr<ProjectItem> &item,
+                     const std::shared_ptr<Project> &project, const QString &operationName);
+    // Moves items from their projects into another, as one step named "Move Entry".
+    void moveEntries(const ItemList &items, const std::shared_ptr<Project> &target);
+    void editProject(const std::shared_ptr<Project> &project, const Project &values);
+    void editEntry(const std::shared_ptr<Entry> &entry, const Entry &values, bool stopped);
+    void editFlatFeeEntry(const std::shared_ptr<FlatFeeEntry> &fee, const FlatFeeEntry &values);
+    void moveProject(const std::shared_ptr<Project> &project, int index);
+    void assignCustomerWithID(int customerId, const std::shared_ptr<Project> &project);
+    // A running period entry started now (clock time rounded when the project rounds clock
+    // times), added as "Start".
+    std::shared_ptr<Entry> startTimerInProject(const std::shared_ptr<Project> &project);
+
+    // Not undoable.
+    void assignCustomerToProjects(int customerId, const ProjectList &projects) override;
+    ProjectList removeCustomerFromProjects(int customerId) override;
+
+    // Order of entries.
+    QString sortingColumn() const { return m_sortingColumn; }
+    bool ascending() const { return m_ascending; }
+    void sortAllProjects();
+    void sortEntriesOfProject(Project &project);
+    // A click on a column heading: that column sorts, and the direction flips on every click.
+    void columnClicked(const QString &column);
+
+    // Expansion state for the list: projects whose row is expanded, and those to collapse
+    // because their customer is not shown (which includes projects without one, deliberately).
+    ProjectList projectsToExpand() const;
+    ProjectList collapseFadedProjects() const;
+    bool hideFadedProjects() const { return m_hideFadedProjects; }
+    void setHideFadedProjects(bool hide);
+
+    // What is shown.
+    void updateVisibleProjects() override;
+    const ProjectList &visibleProjects() const { return m_visibleProjects; }
+    void setCurrentFilter(const Filter::Pointer &filter);
+    Filter::Pointer currentFilter() const { return m_currentFilter; }
+    void setSearchText(const QString &text);
+    QString searchText() const { return m_searchText; }
+    Filter::Pointer searchFilter() const { return m_searchFilter; }
+    ItemList filteredEntriesForProject(const Project &project) const;
+    ItemList filterEntriesArray(const ItemList &items) const;
+    bool isProjectFiltered(const Project &project) const;
+    bool isEntryFiltered(const ProjectItem &item) const;
+    int filteredTotalDurationOfProject(const Project &project) const;
+
+signals:
+    // The projects, their entries or what is shown changed: views reload.
+    void projectsChanged();
+    void changedMarkChanged(bool changed);
+    void loaded(const QString &path);
+    void saved(const QString &path);
+    // A save (crash protection's included) did not happen; the changed mark stays.
+    void saveFailed(const QString &reason);
+
+private:
+    bool isCustomerHidden(int customerId) const;
+    void changed();
+    void push(const QString &name, std::function<void()> perform, std::function<void()> revert);
+    void insertProject(const std::shared_ptr<Project> &project, qsizetype at);
+    void removeProject(const std::shared_ptr<Project> &project);
+    void placeProject(const std::shared_ptr<Project> &project, int index, bool inVisibleList);
+    void scheduleSave();
+
+    Preferences &m_preferences;
+    const CustomerDirectory *m_customers = nullptr;
+    const CurrencyFormatter *m_currency = nullptr;
+    ProjectList m_projects;
+    ProjectList m_visibleProjects;
+    QHash<QString, ItemList> m_filteredEntries;
+    Filter::Pointer m_currentFilter;
+    Filter::Pointer m_searchFilter;
+    QString m_searchText;
+    bool m_changed = false;
+    bool m_hideFadedProjects = false;
+    bool m_finishedLoading = false;
+    QString m_sortingColumn;
+    bool m_ascending = true;
+    QUndoStack m_undoStack;
+    QString m_currentFile;
+    FileIdentity m_fileIdentity;
+    bool m_savePending = false;
+};

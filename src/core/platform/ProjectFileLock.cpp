@@ -1,0 +1,45 @@
+#include "ProjectFileLock.h"
+
+#include <QFileInfo>
+
+ProjectFileLock::ProjectFileLock(const QString &projectPath)
+    : m_projectPath(projectPath)
+    , m_lock(std::make_unique<QLockFile>(lockPathFor(projectPath))) {
+    m_lock->setStaleLockTime(30000);
+}
+
+ProjectFileLock::~ProjectFileLock() = default;
+
+QString ProjectFileLock::lockPathFor(const QString &projectPath) {
+    const QFileInfo info(projectPath);
+    return info.absolutePath() + u'/' + info.fileName() + QStringLiteral(".lock");
+}
+
+bool ProjectFileLock::lock(int timeoutMs) {
+    if (m_lock->tryLock(timeoutMs))
+        return true;
+    switch (m_lock->error()) {
+    case QLockFile::LockFailedError: {
+        qint64 pid = 0;
+        QString host;
+        QString application;
+        m_lock->getLockInfo(&pid, &host, &application);
+        m_error = QStringLiteral("Another program (%1, process %2) is working on \"%3\".")
+                      .arg(application.isEmpty() ? QStringLiteral("unknown") : application)
+                      .arg(pid)
+                      .arg(m_projectPath);
+        break;
+    }
+    case QLockFile::PermissionError:
+        m_error = QStringLiteral("No permission to lock \"%1\".").arg(m_projectPath);
+        break;
+    default:
+        m_error = QStringLiteral("Could not lock \"%1\".").arg(m_projectPath);
+        break;
+    }
+    return false;
+}
+
+bool ProjectFileLock::isLocked() const {
+    return m_lock->isLocked();
+}
