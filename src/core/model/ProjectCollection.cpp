@@ -289,8 +289,10 @@ void ProjectCollection::deleteEntry(const std::shared_ptr<ProjectItem> &item,
 
 void ProjectCollection::moveEntries(const ItemList &items, const std::shared_ptr<Project> &target) {
     const QString name = tr("Move Entry");
+    // A copy: the items may be the source project's own list, which the moves change.
+    const ItemList moving = items;
     m_undoStack.beginMacro(name);
-    for (const auto &item : items) {
+    for (const auto &item : moving) {
         std::shared_ptr<Project> source;
         for (const auto &project : std::as_const(m_projects)) {
             if (project.get() == item->parent())

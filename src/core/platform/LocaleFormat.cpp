@@ -6,6 +6,7 @@
 #include <memory>
 #include <unicode/datefmt.h>
 #include <unicode/locid.h>
+#include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 #include <unicode/unistr.h>
 
@@ -90,4 +91,61 @@ QString LocaleFormat::formatDate(QDate date, int style) {
 
 QString LocaleFormat::formatDateInListStyle(QDate date) {
     return formatDate(date, Preferences::shared().integerForKey(u"listDateFormat"));
+}
+
+QString LocaleFormat::pauseMomentPattern() {
+    std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createDateTimeInstance(icu::DateFormat::kShort, icu::DateFormat::kMedium,
+                                                icu::Locale(dateLocale().toLatin1().constData())));
+    auto *simple = dynamic_cast<icu::SimpleDateFormat *>(format.get());
+    if (!simple)
+        return QStringLiteral("dd.MM.yy HH:mm");
+    icu::UnicodeString pattern;
+    simple->toPattern(pattern);
+    QString text(reinterpret_cast<const QChar *>(pattern.getBuffer()), pattern.length());
+    const qsizetype seconds = text.indexOf(QStringLiteral("ss"));
+    if (seconds >= 0) {
+        const qsizetype from = seconds > 0 ? seconds - 1 : 0;
+        text.remove(from, seconds + 2 - from);
+    }
+    return text;
+}
+
+namespace {
+
+std::unique_ptr<icu::SimpleDateFormat> pauseFormat() {
+    UErrorCode status = U_ZERO_ERROR;
+    const QString pattern = LocaleFormat::pauseMomentPattern();
+    auto format = std::make_unique<icu::SimpleDateFormat>(
+        icu::UnicodeString(reinterpret_cast<const UChar *>(pattern.utf16()),
+                           int32_t(pattern.size())),
+        icu::Locale(LocaleFormat::dateLocale().toLatin1().constData()), status);
+    if (U_FAILURE(status))
+        return nullptr;
+    format->setLenient(false);
+    return format;
+}
+
+} // namespace
+
+QString LocaleFormat::formatPauseMoment(const QDateTime &moment) {
+    const auto format = pauseFormat();
+    if (!format || !moment.isValid())
+        return {};
+    icu::UnicodeString out;
+    format->format(double(moment.toMSecsSinceEpoch()), out);
+    return QString(reinterpret_cast<const QChar *>(out.getBuffer()), out.length());
+}
+
+QDateTime LocaleFormat::parsePauseMoment(const QString &text) {
+    const auto format = pauseFormat();
+    if (!format)
+        return {};
+    const icu::UnicodeString input(reinterpret_cast<const UChar *>(text.utf16()),
+                                   int32_t(text.size()));
+    icu::ParsePosition position(0);
+    const UDate when = format->parse(input, position);
+    if (position.getErrorIndex() >= 0 || position.getIndex() != input.length())
+        return {};
+    return QDateTime::fromMSecsSinceEpoch(qint64(when));
 }

@@ -21,4 +21,10 @@ public:
     static QString formatDate(QDate date, int style);
     // The date in the style of the "listDateFormat" preference.
     static QString formatDateInListStyle(QDate date);
+
+    // Moments in the pause editor: the short date and medium time styles with the seconds (and
+    // the separator before them) removed. Parsing is strict; invalid when the text does not fit.
+    static QString pauseMomentPattern();
+    static QString formatPauseMoment(const QDateTime &moment);
+    static QDateTime parsePauseMoment(const QString &text);
 };
