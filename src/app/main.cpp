@@ -1,9 +1,13 @@
 #include "ProjectTotalsWindow.h"
+#include "model/HelpFunctions.h"
+#include "platform/VersionMigration.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 
 int main(int argc, char *argv[]) {
+    // The previous version's preferences and support folder come over before anything reads them.
+    VersionMigration::migrate(VersionMigration::defaultPaths());
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Hourfold"));
     QApplication::setOrganizationName(QStringLiteral("Hourfold"));
@@ -15,6 +19,7 @@ int main(int argc, char *argv[]) {
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A project file to open."));
     parser.process(app);
+    VersionMigration::createSupportFolder(HelpFunctions::applicationSupportFolder());
 
     ProjectTotalsWindow window;
     window.show();
