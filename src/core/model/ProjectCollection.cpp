@@ -140,7 +140,7 @@ ProjectFile::LoadResult ProjectCollection::loadCollection(const QString &path) {
         project->setCurrencyFormatter(m_currency);
     m_currentFile = QFileInfo(path).absoluteFilePath();
     m_fileIdentity = FileIdentity::of(m_currentFile, result.contentHash);
-    m_preferences.setObject(path, u"LastOpenFile");
+    m_preferences.setObject(m_currentFile, u"LastOpenFile");
     m_preferences.synchronize();
     sortAllProjects();
     updateVisibleProjects();
