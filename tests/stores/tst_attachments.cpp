@@ -2,6 +2,7 @@
 
 #include "model/Project.h"
 #include "platform/DesktopServices.h"
+#include "platform/UserAlerts.h"
 #include "stores/AttachmentController.h"
 
 #include <QDir>
@@ -14,14 +15,15 @@ using Kind = AttachmentController::IconKind;
 namespace {
 
 // Answers every request with the same result and every alert with the same button.
-class FakeDesktop : public DesktopServices {
+class FakeDesktop : public DesktopServices, public UserAlerts {
 public:
     bool openUrl(const QString &url) override { return done(u"openUrl "_s + url); }
     bool openPath(const QString &path) override { return done(u"openPath "_s + path); }
     bool revealPath(const QString &path) override { return done(u"revealPath "_s + path); }
-    int runAlert(const Alert &shown) override {
+    void beep() override {}
+    int runModal(const Alert &shown) override {
         alerts.append(shown);
-        return answer;
+        return firstButton + answer;
     }
     bool done(const QString &call) {
         calls.append(call);
@@ -45,7 +47,8 @@ private slots:
         m_preferences = std::make_unique<TemporaryPreferences>();
         m_desktop = FakeDesktop();
         m_changes = 0;
-        m_controller = std::make_unique<AttachmentController>(m_desktop, [this] { ++m_changes; });
+        m_controller =
+            std::make_unique<AttachmentController>(m_desktop, m_desktop, [this] { ++m_changes; });
         m_project = std::make_shared<Project>();
         m_project->setName(u"Website"_s);
         m_entry = dayEntry(u"01.02.2008"_s, 30);
@@ -169,8 +172,8 @@ private slots:
         QTEST(m_controller->rowCount(), "rowsLeft");
         QCOMPARE(m_desktop.alerts.size(), offered ? 1 : 0);
         if (offered) {
-            const DesktopServices::Alert &alert = m_desktop.alerts.first();
-            QCOMPARE(alert.style, DesktopServices::Alert::Style::Critical);
+            const UserAlerts::Alert &alert = m_desktop.alerts.first();
+            QCOMPARE(alert.style, UserAlerts::Style::Critical);
             QCOMPARE(alert.message,
                      u"File or folder does not exist. Do you want to remove the attachment?"_s);
             QCOMPARE(alert.informativeText, attachment);

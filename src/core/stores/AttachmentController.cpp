@@ -5,6 +5,7 @@
 #include "../model/HelpFunctions.h"
 #include "../platform/DesktopServices.h"
 #include "../platform/Preferences.h"
+#include "../platform/UserAlerts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -39,11 +40,12 @@ template <typename Action> void withRecord(const AttachmentController::Item &ite
 
 } // namespace
 
-AttachmentController::AttachmentController(DesktopServices &desktop,
+AttachmentController::AttachmentController(DesktopServices &desktop, UserAlerts &alerts,
                                            std::function<void()> markDocumentChanged,
                                            QObject *parent)
     : QObject(parent)
     , m_desktop(desktop)
+    , m_alerts(alerts)
     , m_markDocumentChanged(std::move(markDocumentChanged)) {}
 
 void AttachmentController::openAttachmentsWindowForItem(const Item &item) {
@@ -170,11 +172,11 @@ void AttachmentController::open(int index, bool reveal) {
 }
 
 void AttachmentController::displayMissingFileAlertForPath(const QString &path) {
-    DesktopServices::Alert alert;
-    alert.style = DesktopServices::Alert::Style::Critical;
+    UserAlerts::Alert alert;
+    alert.style = UserAlerts::Style::Critical;
     alert.message = tr("File or folder does not exist. Do you want to remove the attachment?");
     alert.informativeText = path;
     alert.buttons = {tr("Yes"), tr("No")};
-    if (m_desktop.runAlert(alert) == 0)
+    if (m_alerts.runModal(alert) == UserAlerts::firstButton)
         removeAttachmentsFromCurrentItem({path});
 }

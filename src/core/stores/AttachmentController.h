@@ -7,6 +7,7 @@
 #include <variant>
 
 class DesktopServices;
+class UserAlerts;
 class QMimeData;
 
 // The logic of the attachments panel: the files, folders and web addresses attached to the item
@@ -30,8 +31,8 @@ public:
     };
 
     // markDocumentChanged is called after every change to an item's attachments.
-    AttachmentController(DesktopServices &desktop, std::function<void()> markDocumentChanged,
-                         QObject *parent = nullptr);
+    AttachmentController(DesktopServices &desktop, UserAlerts &alerts,
+                         std::function<void()> markDocumentChanged, QObject *parent = nullptr);
 
     // Shows the panel with the item.
     void openAttachmentsWindowForItem(const Item &item);
@@ -84,6 +85,7 @@ private:
     void open(int index, bool reveal);
 
     DesktopServices &m_desktop;
+    UserAlerts &m_alerts;
     std::function<void()> m_markDocumentChanged;
     Item m_item;
     bool m_windowVisible = false;
