@@ -3,6 +3,7 @@
 #include "search/FilterController.h"
 #include "search/QuickFilters.h"
 #include "support/KeyedObjectStub.h"
+#include "support/PlistScript.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -10,6 +11,7 @@
 #include <QTest>
 
 using C = MPSearchCriterion;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -86,6 +88,21 @@ private slots:
                      QStringLiteral("rows")),
                  7);
         QCOMPARE(other.filters()[0]->projectQuery()->matchMode(), 1);
+
+        const QString script = uR"(
+f = ref(root['NS.objects'][0])
+q = ref(f['projectQuery'])
+c = ref(ref(q['mp_sq_criteria'])['NS.objects'][0])
+print(cls(root), cls(f), [k for k in f if k != '$class'], ref(f['isEntriesQueryActive']))
+print(cls(q), q['mp_sq_matchmode'], q['mp_sq_searchmode'], q['mp_sq_wraps'])
+print(cls(c), ref(c['mp_sq_crit_identifier']), c['mp_sq_crit_matchkind'],
+      c['mp_sq_crit_datatype'], ref(c['mp_sq_crit_objectvalue']))
+)"_s;
+        QCOMPARE(runPlistScript(script, m_controller->filtersPath()),
+                 u"NSMutableArray Filter ['name', 'projectQuery', 'entryQuery', "
+                 u"'isProjectsQueryActive', 'isEntriesQueryActive'] True\n"
+                 u"MPSearchQuery 1 1 True\n"
+                 u"MPSearchCriterion name 10 3 Web\n"_s);
     }
 
     void valueOfTheWrongKindIsDropped() {

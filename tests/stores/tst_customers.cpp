@@ -4,9 +4,9 @@
 #include "stores/CustomerSheet.h"
 #include "stores/CustomerStorage.h"
 #include "stores/KeyedArchiver.h"
+#include "support/PlistScript.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -229,19 +229,12 @@ private slots:
 
         // Python's plistlib, knowing nothing of this program, checks the layout.
         const QString script = uR"(
-import plistlib, sys
-a = plistlib.load(open(sys.argv[1], 'rb'))
-ref = lambda u: a['$objects'][u['CF$UID'] if isinstance(u, dict) else u.data]
-for c in (ref(u) for u in ref(a['$top']['root'])['NS.objects']):
-    print(ref(c['$class'])['$classname'], [k for k in c if k != '$class'])
+for c in (ref(u) for u in root['NS.objects']):
+    print(cls(c), [k for k in c if k != '$class'])
     print(c['id'], ref(c['name']), c['visible'], ref(c['color'])['NSRGB'],
           ref(c['image'])[:8], ref(c['ABid']))
 )"_s;
-        QProcess python;
-        python.start(u"python3"_s, {u"-c"_s, script, m_storage->customersPath()});
-        QVERIFY(python.waitForFinished(30000));
-        QCOMPARE(python.readAllStandardError(), QByteArray());
-        QCOMPARE(QString::fromUtf8(python.readAllStandardOutput()),
+        QCOMPARE(runPlistScript(script, m_storage->customersPath()),
                  u"Customer ['id', 'name', 'visible', 'color', 'image', 'ABid']\n"
                  u"1 Acme False b'0 0.2 1 1' b'\\x89PNG\\r\\n\\x1a\\n' 4FBE-11\n"
                  u"Customer ['id', 'name', 'visible', 'color', 'image', 'ABid']\n"

@@ -2,10 +2,10 @@
 #include "stores/KeyedArchiver.h"
 #include "stores/KeyedUnarchiver.h"
 #include "stores/RangeValue.h"
+#include "support/PlistScript.h"
 
 #include <QColor>
 #include <QDateTime>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <plist/plist.h>
@@ -119,25 +119,15 @@ private slots:
         file.write(KeyedArchiver::archivedData(
             QVariantList{QStringLiteral("x"), QVariant::fromValue(RangeValue{1, 2})}));
         file.close();
-        // Python's plistlib knows nothing of this program: it checks the layout independently.
         const QString script = QStringLiteral(R"(
-import plistlib, sys
-a = plistlib.load(open(sys.argv[1], 'rb'))
 o = a['$objects']
-ref = lambda u: o[u['CF$UID'] if isinstance(u, dict) else u.data]
-root = ref(a['$top']['root'])
-cls = lambda d: ref(d['$class'])
 print(a['$archiver'], a['$version'], o[0])
-print(cls(root)['$classname'], cls(root)['$classes'])
+print(cls(root), ref(root['$class'])['$classes'])
 items = [ref(u) for u in root['NS.objects']]
-print(items[0], cls(items[1])['$classname'], items[1]['NS.rangeval.location'],
+print(items[0], cls(items[1]), items[1]['NS.rangeval.location'],
       items[1]['NS.rangeval.length'], items[1]['NS.special'])
 )");
-        QProcess python;
-        python.start(QStringLiteral("python3"), {QStringLiteral("-c"), script, path});
-        QVERIFY(python.waitForFinished(30000));
-        QCOMPARE(python.exitCode(), 0);
-        QCOMPARE(QString::fromUtf8(python.readAllStandardOutput()),
+        QCOMPARE(runPlistScript(script, path),
                  QStringLiteral("NSKeyedArchiver 100000 $null\n"
                                 "NSMutableArray ['NSMutableArray', 'NSArray', 'NSObject']\n"
                                 "x NSValue 1 2 4\n"));

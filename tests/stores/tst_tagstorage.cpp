@@ -1,8 +1,8 @@
 #include "stores/KeyedArchiver.h"
 #include "stores/TagStorage.h"
+#include "support/PlistScript.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -77,19 +77,8 @@ private slots:
 
     void fileReadByPython() {
         m_tags->addTagsFromString(u"Work,Größe, b,"_s);
-        QProcess python;
-        python.start(u"python3"_s, {u"-c"_s, uR"(
-import plistlib, sys
-a = plistlib.load(open(sys.argv[1], 'rb'))
-o = a['$objects']
-ref = lambda u: o[u['CF$UID'] if isinstance(u, dict) else u.data]
-root = ref(a['$top']['root'])
-print(ref(root['$class'])['$classname'], [ref(u) for u in root['NS.objects']])
-)"_s,
-                                    m_tags->tagsPath()});
-        QVERIFY(python.waitForFinished(30000));
-        QCOMPARE(python.exitCode(), 0);
-        QCOMPARE(QString::fromUtf8(python.readAllStandardOutput()),
+        QCOMPARE(runPlistScript(u"print(cls(root), [ref(u) for u in root['NS.objects']])"_s,
+                                m_tags->tagsPath()),
                  u"NSMutableArray ['Work', 'Größe', ' b', '']\n"_s);
     }
 
