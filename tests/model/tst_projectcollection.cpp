@@ -3,6 +3,7 @@
 #include "model/ProjectXmlWriter.h"
 #include "platform/Preferences.h"
 #include "platform/ProjectFileLock.h"
+#include "stores/CustomerStorage.h"
 #include "support/FakeCustomers.h"
 
 #include <QFile>
@@ -300,6 +301,29 @@ private slots:
         QVERIFY(m_collection->loadCollection(m_path).ok);
         QVERIFY(m_collection->saveCollection(m_path).ok);
         QVERIFY(!m_collection->currentFileChangedOnDisk());
+    }
+
+    void worksWithTheCustomerStore() {
+        CustomerStorage store(m_folder->filePath(u"customers.plist"_s), *m_collection,
+                              *m_preferences);
+        m_collection->setCustomerDirectory(&store);
+        auto acme = std::make_shared<Customer>();
+        acme->setName(u"Acme"_s);
+        const int id = store.addCustomer(acme);
+        auto app = m_collection->projectWithName(u"App"_s);
+        m_collection->assignCustomerWithID(id, app);
+        QCOMPARE(id, 1); // the first id: Web's customer is Acme now too
+        store.toggleVisible(0);
+        QCOMPARE(m_collection->visibleProjects(),
+                 ProjectList{m_collection->projectWithName(u"Hidden"_s)});
+        QVERIFY(m_collection->isProjectFiltered(*app));
+        store.deleteCustomerWithID(id);
+        QCOMPARE(app->customer(), -1);
+        QVERIFY(!m_collection->isProjectFiltered(*app));
+        m_collection->undoStack()->undo();
+        QCOMPARE(app->customer(), id);
+        QCOMPARE(store.customerWithID(id)->name(), u"Acme"_s);
+        m_collection->setCustomerDirectory(&m_customers);
     }
 
     void waitsForTheLock() {
