@@ -1,0 +1,59 @@
+#pragma once
+
+#include "../model/Project.h"
+
+#include <QCoreApplication>
+#include <QList>
+#include <QStringList>
+
+class EntryTexts;
+class ProjectCollection;
+
+// Writes the chosen projects of a collection to one file as a plain-text report. It is the base
+// of every report writer: each takes the same choices (projects by name, which project and entry
+// fields, whether the current filter applies, the text encoding) through exportProjects().
+class Exporter {
+    Q_DECLARE_TR_FUNCTIONS(Exporter)
+
+public:
+    struct Result {
+        bool ok = false;
+        QString error; // why nothing was written
+    };
+
+    // Positions in the field choices.
+    enum ProjectField { ProjectName, ProjectDescription, TotalDuration, HourlyWages, TotalWages };
+    enum EntryField { Day, Period, Duration, EntryDescription, State };
+
+    Exporter() = default;
+    virtual ~Exporter();
+    Exporter(const Exporter &) = delete;
+    Exporter &operator=(const Exporter &) = delete;
+
+    // The source of the projects; not owned.
+    void setProjectCollection(ProjectCollection *collection) { m_projectCollection = collection; }
+    ProjectCollection *projectCollection() const { return m_projectCollection; }
+
+    // Writes every project whose name is among the names (so same-named projects all go), in
+    // the collection's order. With applyFilter, projects and entries the current filter hides are
+    // left out. The encoding is any name or alias of TextEncodings.
+    virtual Result exportProjects(const QStringList &projectNames, const QList<bool> &projectFields,
+                                  const QList<bool> &entryFields, const QString &path,
+                                  bool applyFilter, const QString &encoding);
+
+protected:
+    ProjectList selectedProjects(const QStringList &projectNames, bool applyFilter) const;
+    bool isLeftOut(const ProjectItem &item, bool applyFilter) const;
+    // "%02d:%02d" of the hours and minutes.
+    static QString hoursAndMinutes(int minutes);
+    static bool chosen(const QList<bool> &fields, int index) {
+        return index < fields.size() && fields[index];
+    }
+    static Result unknownEncoding(const QString &encoding);
+
+private:
+    QString entryText(const ProjectItem &item, const QList<bool> &entryFields,
+                      EntryTexts &texts) const;
+
+    ProjectCollection *m_projectCollection = nullptr;
+};
