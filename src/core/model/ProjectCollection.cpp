@@ -119,7 +119,9 @@ void ProjectCollection::flushPendingSave() {
 void ProjectCollection::newDatabase() {
     m_projects.clear();
     m_visibleProjects.clear();
+    m_visibleSet.clear();
     m_filteredEntries.clear();
+    m_shownItems.clear();
     m_undoStack.clear();
     m_currentFile.clear();
     m_fileIdentity = FileIdentity();
@@ -527,22 +529,37 @@ bool ProjectCollection::isCustomerHidden(int customerId) const {
 void ProjectCollection::updateVisibleProjects() {
     m_visibleProjects.clear();
     m_filteredEntries.clear();
+    m_shownItems.clear();
     for (const auto &project : std::as_const(m_projects)) {
         if (!isCustomerHidden(project->customer()))
             m_visibleProjects.append(project);
     }
     if (!m_searchText.isEmpty()) {
         for (const auto &project : std::as_const(m_visibleProjects))
-            m_filteredEntries.insert(project->name(), filterEntriesArray(project->entries()));
+            storeShownEntries(*project);
     }
     if (m_currentFilter) {
         if (const auto query = m_currentFilter->projectQuery())
             m_visibleProjects =
                 query->findAllMatchingObjectsIn(m_visibleProjects).value_or(ProjectList());
         for (const auto &project : std::as_const(m_visibleProjects))
-            m_filteredEntries.insert(project->name(), filterEntriesArray(project->entries()));
+            storeShownEntries(*project);
     }
+    m_visibleSet.clear();
+    for (const auto &project : std::as_const(m_visibleProjects))
+        m_visibleSet.insert(project.get());
     emit projectsChanged();
+}
+
+void ProjectCollection::storeShownEntries(const Project &project) {
+    // Stored under the name: two projects of the same name share one list, as they always have.
+    const ItemList shown = filterEntriesArray(project.entries());
+    QSet<const ProjectItem *> items;
+    items.reserve(shown.size());
+    for (const auto &item : shown)
+        items.insert(item.get());
+    m_filteredEntries.insert(project.name(), shown);
+    m_shownItems.insert(project.name(), items);
 }
 
 void ProjectCollection::setCurrentFilter(const Filter::Pointer &filter) {
@@ -576,8 +593,7 @@ ItemList ProjectCollection::filterEntriesArray(const ItemList &items) const {
 bool ProjectCollection::isProjectFiltered(const Project &project) const {
     if (isCustomerHidden(project.customer()))
         return true;
-    return std::none_of(m_visibleProjects.cbegin(), m_visibleProjects.cend(),
-                        [&project](const auto &visible) { return visible.get() == &project; });
+    return !m_visibleSet.contains(&project);
 }
 
 bool ProjectCollection::isEntryFiltered(const ProjectItem &item) const {
@@ -588,11 +604,8 @@ bool ProjectCollection::isEntryFiltered(const ProjectItem &item) const {
         return true;
     if (!m_currentFilter && m_searchText.isEmpty())
         return false;
-    const auto shown = m_filteredEntries.constFind(project->name());
-    if (shown == m_filteredEntries.cend())
-        return true;
-    return std::none_of(shown->cbegin(), shown->cend(),
-                        [&item](const auto &entry) { return entry.get() == &item; });
+    const auto shown = m_shownItems.constFind(project->name());
+    return shown == m_shownItems.cend() || !shown->contains(&item);
 }
 
 int ProjectCollection::filteredTotalDurationOfProject(const Project &project) const {

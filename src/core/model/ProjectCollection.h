@@ -9,6 +9,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QUndoStack>
 
 class CurrencyFormatter;
@@ -136,6 +137,7 @@ private:
     void removeProject(const std::shared_ptr<Project> &project);
     void placeProject(const std::shared_ptr<Project> &project, int index, bool inVisibleList);
     void scheduleSave();
+    void storeShownEntries(const Project &project);
 
     Preferences &m_preferences;
     const CustomerDirectory *m_customers = nullptr;
@@ -143,6 +145,9 @@ private:
     ProjectList m_projects;
     ProjectList m_visibleProjects;
     QHash<QString, ItemList> m_filteredEntries;
+    QSet<const Project *> m_visibleSet;
+    // The same items as sets, so that asking about one entry takes constant time.
+    QHash<QString, QSet<const ProjectItem *>> m_shownItems;
     Filter::Pointer m_currentFilter;
     Filter::Pointer m_searchFilter;
     QString m_searchText;
