@@ -388,9 +388,8 @@ void Entry::determineLocalTimeFormat()
     LocalTimeFormat::determine();
 }
 
-int Entry::sortFromMinutes() const
+int Entry::parseSortFromMinutes() const
 {
-    if (m_sortFromMinutes == sortMinutesUnknown)
-        m_sortFromMinutes = StoredForms::parseTime(fromTime_);
+    m_sortFromMinutes = StoredForms::parseTime(fromTime_);
     return m_sortFromMinutes;
 }

@@ -60,11 +60,9 @@ QVariant ProjectItem::valueForKey(QStringView key) const
     return {};
 }
 
-qint64 ProjectItem::sortDay() const
+qint64 ProjectItem::parseSortDay() const
 {
-    if (m_sortDay == sortDayUnknown) {
-        const QDate day = StoredForms::parseDate(sortDayText());
-        m_sortDay = day.isValid() ? day.toJulianDay() : std::numeric_limits<qint64>::min();
-    }
+    const QDate day = StoredForms::parseDate(sortDayText());
+    m_sortDay = day.isValid() ? day.toJulianDay() : std::numeric_limits<qint64>::min();
     return m_sortDay;
 }
