@@ -345,8 +345,7 @@ void Entry::determineLocalTimeFormat() {
     LocalTimeFormat::determine();
 }
 
-int Entry::sortFromMinutes() const {
-    if (m_sortFromMinutes == sortMinutesUnknown)
-        m_sortFromMinutes = StoredForms::parseTime(fromTime_);
+int Entry::parseSortFromMinutes() const {
+    m_sortFromMinutes = StoredForms::parseTime(fromTime_);
     return m_sortFromMinutes;
 }

@@ -91,12 +91,15 @@ public:
 
     // Sort key of the start time in minutes since midnight (-1 when it does not parse), and of the
     // end time; parsed once and kept until the text changes.
-    int sortFromMinutes() const;
+    int sortFromMinutes() const {
+        return m_sortFromMinutes != sortMinutesUnknown ? m_sortFromMinutes : parseSortFromMinutes();
+    }
 
 protected:
-    QString sortDayText() const override { return hasPeriod_ ? fromDate_ : date_; }
+    const QString &sortDayText() const override { return hasPeriod_ ? fromDate_ : date_; }
 
 private:
+    int parseSortFromMinutes() const;
     int roundedIfProjectRoundsEntries(int minutes) const;
     int currentPauseMinutesAdded(int sum) const;
 

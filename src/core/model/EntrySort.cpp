@@ -5,6 +5,8 @@
 #include "StoredForms.h"
 
 #include <algorithm>
+#include <optional>
+#include <vector>
 
 namespace {
 
@@ -14,6 +16,85 @@ template <typename T> int threeWay(const T &a, const T &b) {
 
 int directed(int result, bool ascending) {
     return ascending ? result : -result;
+}
+
+// What the day order compares, read once per item: the comparisons of a sort then walk one
+// compact array instead of items spread over the heap. The end time and the effective duration
+// only break ties, so they are read from the item the first time a comparison needs them.
+class DayKey {
+public:
+    DayKey(const ProjectItem &item, qsizetype index)
+        : m_item(&item)
+        , m_index(index)
+        , m_day(item.sortDay())
+        , m_hasPeriod(item.hasPeriod())
+        , m_isEntry(item.isEntry()) {
+        if (m_hasPeriod) {
+            const auto &entry = static_cast<const Entry &>(item);
+            m_fromMinutes = entry.sortFromMinutes();
+            m_isWorking = entry.isWorking();
+        }
+    }
+
+    qsizetype index() const { return m_index; }
+
+    // EntrySort::compareEntriesDay() in ascending order, on the keys.
+    static int compare(const DayKey &a, const DayKey &b) {
+        int result = threeWay(a.m_day, b.m_day);
+        if (result == 0) {
+            if (a.m_hasPeriod && b.m_hasPeriod) {
+                result = threeWay(a.m_fromMinutes, b.m_fromMinutes);
+                if (result == 0) {
+                    if (a.m_isWorking != b.m_isWorking)
+                        result = a.m_isWorking ? 1 : -1;
+                    else if (!a.m_isWorking)
+                        result = threeWay(a.toMinutes(), b.toMinutes());
+                }
+            } else if (a.m_isEntry && b.m_isEntry) {
+                result = threeWay(a.effectiveDuration(), b.effectiveDuration());
+            }
+        }
+        return result;
+    }
+
+private:
+    int toMinutes() const {
+        if (!m_toMinutes)
+            m_toMinutes = StoredForms::parseTime(static_cast<const Entry &>(*m_item).toTime());
+        return *m_toMinutes;
+    }
+    int effectiveDuration() const {
+        if (!m_effectiveDuration)
+            m_effectiveDuration = m_item->effectiveDuration();
+        return *m_effectiveDuration;
+    }
+
+    const ProjectItem *m_item;
+    qsizetype m_index;
+    qint64 m_day;
+    int m_fromMinutes = 0;
+    bool m_hasPeriod;
+    bool m_isEntry;
+    bool m_isWorking = false;
+    mutable std::optional<int> m_toMinutes;
+    mutable std::optional<int> m_effectiveDuration;
+};
+
+// The same stable sort as over the items themselves, so items that compare equal, or in no
+// consistent order, end up exactly where the item-by-item sort puts them.
+void sortByDay(ItemList &items, bool ascending) {
+    std::vector<DayKey> keys;
+    keys.reserve(size_t(items.size()));
+    for (qsizetype i = 0; i < items.size(); ++i)
+        keys.emplace_back(*items.at(i), i);
+    std::stable_sort(keys.begin(), keys.end(), [ascending](const DayKey &a, const DayKey &b) {
+        return directed(DayKey::compare(a, b), ascending) < 0;
+    });
+    ItemList sorted;
+    sorted.reserve(items.size());
+    for (const DayKey &key : keys)
+        sorted.append(std::move(items[key.index()]));
+    items = std::move(sorted);
 }
 
 } // namespace
@@ -103,10 +184,12 @@ int EntrySort::compareNumerically(QStringView a, QStringView b) {
 }
 
 void EntrySort::sortEntries(ItemList &items, QStringView column, bool ascending) {
+    if (column == u"Day_Col") {
+        sortByDay(items, ascending);
+        return;
+    }
     int (*compare)(const ProjectItem &, const ProjectItem &, bool) = nullptr;
-    if (column == u"Day_Col")
-        compare = &compareEntriesDay;
-    else if (column == u"Description_Col")
+    if (column == u"Description_Col")
         compare = &compareEntriesDescription;
     else if (column == u"Action_Col")
         compare = &compareEntriesAction;

@@ -54,10 +54,8 @@ QVariant ProjectItem::valueForKey(QStringView key) const {
     return {};
 }
 
-qint64 ProjectItem::sortDay() const {
-    if (m_sortDay == sortDayUnknown) {
-        const QDate day = StoredForms::parseDate(sortDayText());
-        m_sortDay = day.isValid() ? day.toJulianDay() : std::numeric_limits<qint64>::min();
-    }
+qint64 ProjectItem::parseSortDay() const {
+    const QDate day = StoredForms::parseDate(sortDayText());
+    m_sortDay = day.isValid() ? day.toJulianDay() : std::numeric_limits<qint64>::min();
     return m_sortDay;
 }

@@ -71,13 +71,13 @@ public:
 
     // Sort key of the item's first day: the Julian day of the start date (period entry) or day,
     // parsed once and kept until the text changes. INT64_MIN when it does not parse.
-    qint64 sortDay() const;
+    qint64 sortDay() const { return m_sortDay != sortDayUnknown ? m_sortDay : parseSortDay(); }
 
 protected:
     ProjectItem() = default;
     ProjectItem(const ProjectItem &) = default;
     // The text the sort day is parsed from.
-    virtual QString sortDayText() const { return date_; }
+    virtual const QString &sortDayText() const { return date_; }
     void invalidateSortDay() const { m_sortDay = sortDayUnknown; }
     // A text as a description prints it: "(null)" for none.
     static QString described(const QString &text);
@@ -90,6 +90,8 @@ protected:
     AttachmentList m_attachments;
 
 private:
+    qint64 parseSortDay() const;
+
     static constexpr qint64 sortDayUnknown = std::numeric_limits<qint64>::max();
     mutable qint64 m_sortDay = sortDayUnknown;
 };

@@ -6,8 +6,11 @@
 #include "StoredForms.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
+#include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <optional>
@@ -115,20 +118,44 @@ Tag tagOf(const xmlChar *localname) {
 }
 
 using Text = std::optional<QString>;
+// Numbers and moments are only parsed, so their text is kept as it came (see utf16()).
+using Raw = std::optional<std::string>;
+
+QString fromUtf8(const std::string &text) {
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
 
 void setOnce(Text &field, const std::string &text) {
     if (!field)
-        field = QString::fromUtf8(text.data(), qsizetype(text.size()));
+        field = fromUtf8(text);
+}
+
+void setOnce(Raw &field, const std::string &text) {
+    if (!field)
+        field = text;
+}
+
+// Calls use with the text as UTF-16, as QString::fromUtf8() makes it. Short ASCII text, which
+// every number and moment of a well-formed file is, is widened on the stack without allocating.
+template <typename Use> auto utf16(const std::string &text, Use use) {
+    char16_t buffer[64];
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    if (text.size() <= std::size(buffer) && std::all_of(text.begin(), text.end(), isAscii)) {
+        std::copy(text.begin(), text.end(), buffer);
+        return use(QStringView(buffer, qsizetype(text.size())));
+    }
+    return use(QStringView(fromUtf8(text)));
 }
 
 struct PauseBuilder {
-    Text from;
-    Text to;
+    Raw from;
+    Raw to;
 };
 
 struct EntryBuilder {
     int line = 0;
-    Text working, day, time, checked, comment, tags;
+    Raw working, time, checked;
+    Text day, comment, tags;
     bool hasPeriod = false;
     bool hasPausedAt = false;
     Text fromDate, fromTime, toDate, toTime, pausedDate, pausedTime;
@@ -138,15 +165,17 @@ struct EntryBuilder {
 
 struct FeeBuilder {
     int line = 0;
-    Text day, amount, checked, comment, tags;
+    Raw amount, checked;
+    Text day, comment, tags;
     QStringList attachments;
 };
 
 struct ProjectBuilder {
     int line = 0;
-    Text name, description, tags, wage, expanded, customer;
+    Text name, description, tags;
+    Raw wage, expanded, customer;
     bool hasRounding = false;
-    Text what, roundTo, type;
+    Raw what, roundTo, type;
     QStringList attachments;
     ItemList timed;
     ItemList fees;
@@ -168,7 +197,8 @@ public:
 
     static void startElement(void *ctx, const xmlChar *localname, const xmlChar *, const xmlChar *,
                              int, const xmlChar **, int, int, const xmlChar **) {
-        static_cast<SaxReader *>(ctx)->start(tagOf(localname), localname);
+        auto *reader = static_cast<SaxReader *>(ctx);
+        reader->start(reader->tagFor(localname), localname);
     }
     static void endElement(void *ctx, const xmlChar *, const xmlChar *, const xmlChar *) {
         static_cast<SaxReader *>(ctx)->end();
@@ -212,6 +242,27 @@ public:
 
 private:
     int line() const { return xmlSAX2GetLineNumber(m_ctxt); }
+
+    // The parser hands element names out of its dictionary, one pointer per distinct name for the
+    // whole parse: a small table from pointer to tag spares comparing the texts for every element.
+    Tag tagFor(const xmlChar *localname) {
+        // Fibonacci hashing: the names lie packed in the dictionary's pool, so the low bits of
+        // their addresses alone would collide.
+        const auto address = std::uint64_t(reinterpret_cast<std::uintptr_t>(localname));
+        const size_t mask = m_tags.size() - 1;
+        size_t slot = size_t((address * 0x9E3779B97F4A7C15u) >> (64 - tagTableBits));
+        for (size_t probe = 0; probe < m_tags.size(); ++probe, slot = (slot + 1) & mask) {
+            auto &[name, tag] = m_tags[slot];
+            if (name == localname)
+                return tag;
+            if (!name) {
+                name = localname;
+                tag = tagOf(localname);
+                return tag;
+            }
+        }
+        return tagOf(localname);
+    }
 
     void stop() {
         m_stopped = true;
@@ -430,152 +481,172 @@ private:
         return QStringLiteral("project %1").arg(m_projectIndex);
     }
 
-    QString objectLabel(const char *kind, int objectLine) const {
+    // The object an element belongs to, named in error messages only: the label is made when a
+    // message needs it, not for every object read.
+    struct Object {
+        const char *kind; // "entry", "flat fee"; null for the project itself
+        int line;
+    };
+
+    QString label(const Object &object) const {
+        if (!object.kind)
+            return projectLabel() + QStringLiteral(" (line %1)").arg(object.line);
         return QStringLiteral("the %1 at line %2 in %3")
-            .arg(QLatin1StringView(kind))
-            .arg(objectLine)
+            .arg(QLatin1StringView(object.kind))
+            .arg(object.line)
             .arg(projectLabel());
     }
 
-    [[noreturn]] void missing(const char *element, const QString &object, int objectLine) const {
+    [[noreturn]] void missing(const char *element, const Object &object) const {
         throw ReadError{QStringLiteral("The element \"%1\" is missing in %2.")
-                            .arg(QLatin1StringView(element), object),
-                        objectLine};
+                            .arg(QLatin1StringView(element), label(object)),
+                        object.line};
     }
 
-    const QString &required(const Text &field, const char *element, const QString &object,
-                            int objectLine) const {
+    [[noreturn]] void malformed(const char *message, const char *element, const Object &object,
+                                const QString &text) const {
+        throw ReadError{
+            QString::fromLatin1(message).arg(QLatin1StringView(element), label(object), text),
+            object.line};
+    }
+
+    template <typename T>
+    const T &required(const std::optional<T> &field, const char *element,
+                      const Object &object) const {
         if (!field)
-            missing(element, object, objectLine);
+            missing(element, object);
         return *field;
     }
 
-    int integer(const Text &field, const char *element, const QString &object, int objectLine,
-                int fallback) const {
+    int integer(const Raw &field, const char *element, const Object &object, int fallback) const {
         if (!field)
             return fallback;
-        const auto value = StoredForms::parseInt(*field);
+        const auto value = utf16(*field, &StoredForms::parseInt);
         if (!value)
-            throw ReadError{
-                QStringLiteral("The element \"%1\" of %2 is not a whole number: \"%3\".")
-                    .arg(QLatin1StringView(element), object, *field),
-                objectLine};
+            malformed("The element \"%1\" of %2 is not a whole number: \"%3\".", element, object,
+                      fromUtf8(*field));
         return *value;
     }
 
-    float number(const Text &field, const char *element, const QString &object, int objectLine,
+    float number(const Raw &field, const char *element, const Object &object,
                  float fallback) const {
         if (!field)
             return fallback;
-        const auto value = StoredForms::parseFloat(*field);
+        const auto value = utf16(*field, &StoredForms::parseFloat);
         if (!value)
-            throw ReadError{QStringLiteral("The element \"%1\" of %2 is not a number: \"%3\".")
-                                .arg(QLatin1StringView(element), object, *field),
-                            objectLine};
+            malformed("The element \"%1\" of %2 is not a number: \"%3\".", element, object,
+                      fromUtf8(*field));
         return *value;
     }
 
-    QDateTime moment(const Text &field, const char *element, const QString &object,
-                     int objectLine) const {
-        if (!field || field->trimmed().isEmpty())
+    // In UTC: a pause keeps only the seconds since the epoch, and a local moment would cost a
+    // time-zone lookup per pause.
+    QDateTime moment(const Raw &field, const char *element, const Object &object) const {
+        const auto isBlank = [](QStringView text) { return text.trimmed().isEmpty(); };
+        if (!field || utf16(*field, isBlank))
             return {};
-        const QDateTime value = StoredForms::parseMoment(*field);
-        if (!value.isValid())
-            throw ReadError{QStringLiteral("The element \"%1\" of %2 is not a moment: \"%3\".")
-                                .arg(QLatin1StringView(element), object, *field),
-                            objectLine};
-        return value;
+        const std::optional<qint64> secs = utf16(*field, &StoredForms::parseMomentSecs);
+        if (!secs)
+            malformed("The element \"%1\" of %2 is not a moment: \"%3\".", element, object,
+                      fromUtf8(*field));
+        return QDateTime::fromSecsSinceEpoch(*secs, Qt::UTC);
     }
 
     void finishPause() {
         if (!m_pause || !m_entry)
             return;
-        const QString object = objectLabel("entry", m_entry->line);
+        const Object object{"entry", m_entry->line};
         auto pause = std::make_shared<PauseEntry>();
-        pause->setFrom(moment(m_pause->from, "pauseentry/from", object, m_entry->line));
-        pause->setTo(moment(m_pause->to, "pauseentry/to", object, m_entry->line));
+        pause->setFrom(moment(m_pause->from, "pauseentry/from", object));
+        pause->setTo(moment(m_pause->to, "pauseentry/to", object));
         m_entry->pauses.append(pause);
         m_pause.reset();
     }
 
     void finishEntry() {
         EntryBuilder &b = *m_entry;
-        const QString object = objectLabel("entry", b.line);
+        const Object object{"entry", b.line};
         auto entry = std::make_shared<Entry>();
-        const bool working = integer(b.working, "working", object, b.line, 0) != 0;
+        const bool working = integer(b.working, "working", object, 0) != 0;
         entry->setIsWorking(working);
         if (b.hasPeriod) {
             entry->setHasPeriod(true);
-            entry->setFromDate(required(b.fromDate, "period/from/date", object, b.line));
-            entry->setFromTime(required(b.fromTime, "period/from/time", object, b.line));
+            entry->setFromDate(required(b.fromDate, "period/from/date", object));
+            entry->setFromTime(required(b.fromTime, "period/from/time", object));
             if (working) {
                 if (b.hasPausedAt) {
-                    const QString date = required(b.pausedDate, "pausedAt/date", object, b.line);
-                    const QString time = required(b.pausedTime, "pausedAt/time", object, b.line);
+                    const QString date = required(b.pausedDate, "pausedAt/date", object);
+                    const QString time = required(b.pausedTime, "pausedAt/time", object);
                     const QDateTime pausedAt = HelpFunctions::makeDateFromDateString(date, time);
                     if (!pausedAt.isValid())
                         throw ReadError{
                             QStringLiteral(
                                 "The pause moment of %1 is not a date and time: \"%2 %3\".")
-                                .arg(object, date, time),
+                                .arg(label(object), date, time),
                             b.line};
                     entry->setPausedAt(pausedAt);
                 }
             } else {
-                entry->setToDate(required(b.toDate, "period/to/date", object, b.line));
-                entry->setToTime(required(b.toTime, "period/to/time", object, b.line));
+                entry->setToDate(required(b.toDate, "period/to/date", object));
+                entry->setToTime(required(b.toTime, "period/to/time", object));
             }
-            entry->setPauseEntries(b.pauses);
+            // A new entry starts with an empty pause list of its own.
+            if (!b.pauses.isEmpty())
+                entry->setPauseEntries(b.pauses);
             entry->setDate(QStringLiteral(""));
         } else {
-            entry->setDate(required(b.day, "day", object, b.line));
+            entry->setDate(required(b.day, "day", object));
         }
         if (!working) {
-            required(b.time, "time", object, b.line);
-            entry->setTime(integer(b.time, "time", object, b.line, 0));
+            required(b.time, "time", object);
+            entry->setTime(integer(b.time, "time", object, 0));
         }
-        entry->setChecked(integer(b.checked, "checked", object, b.line, 0) != 0);
-        entry->setComment(required(b.comment, "comment", object, b.line));
+        entry->setChecked(integer(b.checked, "checked", object, 0) != 0);
+        entry->setComment(required(b.comment, "comment", object));
         entry->setTags(b.tags.value_or(QStringLiteral("")));
         entry->setAttachments(b.attachments);
+        // Opening a file sorts it by day next: the sort keys are worked out now, while the texts
+        // they come from are still in the processor's cache.
+        entry->sortDay();
+        entry->sortFromMinutes();
         m_project->timed.append(entry);
         m_entry.reset();
     }
 
     void finishFee() {
         FeeBuilder &b = *m_fee;
-        const QString object = objectLabel("flat fee", b.line);
+        const Object object{"flat fee", b.line};
         auto fee = std::make_shared<FlatFeeEntry>();
-        fee->setDate(required(b.day, "day", object, b.line));
-        required(b.amount, "amount", object, b.line);
-        fee->setAmount(number(b.amount, "amount", object, b.line, 0.0f));
-        fee->setChecked(integer(b.checked, "checked", object, b.line, 0) != 0);
-        fee->setComment(required(b.comment, "comment", object, b.line));
+        fee->setDate(required(b.day, "day", object));
+        required(b.amount, "amount", object);
+        fee->setAmount(number(b.amount, "amount", object, 0.0f));
+        fee->setChecked(integer(b.checked, "checked", object, 0) != 0);
+        fee->setComment(required(b.comment, "comment", object));
         fee->setTags(b.tags.value_or(QStringLiteral("")));
         fee->setAttachments(b.attachments);
+        fee->sortDay();
         m_project->fees.append(fee);
         m_fee.reset();
     }
 
     void finishProject() {
         ProjectBuilder &b = *m_project;
-        const QString object = projectLabel() + QStringLiteral(" (line %1)").arg(b.line);
+        const Object object{nullptr, b.line};
         auto project = std::make_shared<Project>();
-        project->setName(required(b.name, "name", object, b.line));
+        project->setName(required(b.name, "name", object));
         project->setDescription(b.description.value_or(QStringLiteral("")));
         project->setTags(b.tags.value_or(QStringLiteral("")));
-        project->setHourlyWage(number(b.wage, "wage", object, b.line, 0.0f));
+        project->setHourlyWage(number(b.wage, "wage", object, 0.0f));
         if (b.hasRounding) {
-            required(b.roundTo, "rounding/roundto", object, b.line);
-            required(b.type, "rounding/type", object, b.line);
-            const int roundTo = integer(b.roundTo, "rounding/roundto", object, b.line, 0);
+            required(b.roundTo, "rounding/roundto", object);
+            required(b.type, "rounding/type", object);
+            const int roundTo = integer(b.roundTo, "rounding/roundto", object, 0);
             project->setRoundTo(roundTo);
-            project->setRoundType(integer(b.type, "rounding/type", object, b.line, 0));
-            project->setRoundWhat(
-                integer(b.what, "rounding/what", object, b.line, roundTo >= 1 ? 1 : 0));
+            project->setRoundType(integer(b.type, "rounding/type", object, 0));
+            project->setRoundWhat(integer(b.what, "rounding/what", object, roundTo >= 1 ? 1 : 0));
         }
-        project->setExpanded(integer(b.expanded, "expanded", object, b.line, 0) != 0);
-        project->setCustomer(integer(b.customer, "customerID", object, b.line, -1));
+        project->setExpanded(integer(b.expanded, "expanded", object, 0) != 0);
+        project->setCustomer(integer(b.customer, "customerID", object, -1));
         project->setAttachments(b.attachments);
         for (const auto &item : std::as_const(b.timed))
             project->addEntry(item);
@@ -586,6 +657,8 @@ private:
     }
 
     xmlParserCtxtPtr m_ctxt;
+    static constexpr int tagTableBits = 6;
+    std::array<std::pair<const xmlChar *, Tag>, 1u << tagTableBits> m_tags{};
     std::vector<Tag> m_stack;
     std::string m_text;
     int m_projectIndex = 0;
@@ -597,11 +670,30 @@ private:
 
 void ignoreMessage(void *, const char *, ...) {}
 
+// The bytes handed to the parser a block at a time, as it reads a file. A memory parser context
+// would first copy them all: the whole file once more in memory, and the time to copy it.
+struct ByteSource {
+    const char *data;
+    qsizetype size;
+    qsizetype position = 0;
+
+    static int read(void *context, char *buffer, int length) {
+        auto *source = static_cast<ByteSource *>(context);
+        const int count = int(std::min<qsizetype>(length, source->size - source->position));
+        std::memcpy(buffer, source->data + source->position, size_t(count));
+        source->position += count;
+        return count;
+    }
+};
+
 } // namespace
 
 ProjectXmlReader::Result ProjectXmlReader::read(const QByteArray &bytes, Mode mode) {
     Result result;
-    if (bytes.trimmed().isEmpty()) {
+    // White space as QByteArray::trimmed() sees it; checked in place rather than on a copy of the
+    // whole file.
+    const auto isSpace = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    if (std::all_of(bytes.begin(), bytes.end(), isSpace)) {
         result.malformed = true;
         result.error = QStringLiteral("The file is empty.");
         return result;
@@ -620,7 +712,9 @@ ProjectXmlReader::Result ProjectXmlReader::read(const QByteArray &bytes, Mode mo
     handler.warning = &ignoreMessage;
     handler.error = &ignoreMessage;
 
-    xmlParserCtxtPtr ctxt = xmlCreateMemoryParserCtxt(bytes.constData(), int(bytes.size()));
+    ByteSource source{bytes.constData(), bytes.size()};
+    xmlParserCtxtPtr ctxt = xmlCreateIOParserCtxt(nullptr, nullptr, &ByteSource::read, nullptr,
+                                                  &source, XML_CHAR_ENCODING_NONE);
     if (!ctxt) {
         result.error = QStringLiteral("The XML parser could not be started.");
         return result;

@@ -4,6 +4,82 @@
 #include "FlatFeeEntry.h"
 #include "StoredForms.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+namespace {
+
+char *put(char *out, QByteArrayView text) {
+    std::memcpy(out, text.data(), size_t(text.size()));
+    return out + text.size();
+}
+
+// value in decimal, zero-padded on the left to width digits (a sign counts as a digit); needs
+// room for 11 bytes or width, whichever is more.
+char *putPadded(char *out, int value, int width) {
+    char digits[16];
+    const char *end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    const qsizetype length = end - digits;
+    for (qsizetype i = length; i < width; ++i)
+        *out++ = '0';
+    return put(out, QByteArrayView(digits, length));
+}
+
+bool isAscii(const QString &text) {
+    const auto *units = reinterpret_cast<const char16_t *>(text.constData());
+    return std::all_of(units, units + text.size(), [](char16_t c) { return c < 0x80; });
+}
+
+// Escapes [p, end) into dst, which has room for five bytes per unit; returns the new end. Units
+// are UTF-8 bytes, or UTF-16 units that are all ASCII.
+template <typename Unit> char *escapeInto(char *dst, const Unit *p, const Unit *end) {
+    while (p < end) {
+        const unsigned c = *p;
+        if (c < 0x20) {
+            if (c == '\r') {
+                std::memcpy(dst, "&#13;", 5);
+                dst += 5;
+            } else if (c == '\t' || c == '\n') {
+                *dst++ = char(c);
+            }
+            // Any other control character cannot be carried by XML 1.0: dropped.
+            ++p;
+            continue;
+        }
+        switch (c) {
+        case '&':
+            std::memcpy(dst, "&amp;", 5);
+            dst += 5;
+            break;
+        case '<':
+            std::memcpy(dst, "&lt;", 4);
+            dst += 4;
+            break;
+        case '>':
+            std::memcpy(dst, "&gt;", 4);
+            dst += 4;
+            break;
+        case 0xEF:
+            // U+FFFE and U+FFFF are not XML characters either.
+            if (end - p >= 3 && p[1] == 0xBF && (p[2] == 0xBE || p[2] == 0xBF)) {
+                p += 3;
+                continue;
+            }
+            *dst++ = char(c);
+            break;
+        default:
+            *dst++ = char(c);
+        }
+        ++p;
+    }
+    return dst;
+}
+
+} // namespace
+
 QByteArray ProjectXmlWriter::makeXML(const ProjectList &projects) {
     ProjectXmlWriter writer;
     qsizetype estimate = 64;
@@ -84,8 +160,8 @@ void ProjectXmlWriter::makeXML(const Entry &entry) {
 
 void ProjectXmlWriter::makeXML(const PauseEntry &pause) {
     open("pauseentry");
-    element("from", StoredForms::momentText(pause.from()));
-    element("to", StoredForms::momentText(pause.to()));
+    moment("from", pause.hasFrom(), pause.fromSecs());
+    moment("to", pause.hasTo(), pause.toSecs());
     close("pauseentry");
 }
 
@@ -100,39 +176,100 @@ void ProjectXmlWriter::makeXML(const FlatFeeEntry &fee) {
     close("FlatFeeEntry");
 }
 
-void ProjectXmlWriter::indent() {
-    m_out.append(m_depth * 4, ' ');
+char *ProjectXmlWriter::reserve(qsizetype length) {
+    const qsizetype size = m_out.size();
+    m_out.resize(size + length);
+    return m_out.data() + size;
 }
 
-void ProjectXmlWriter::open(const char *name) {
-    indent();
-    m_out += '<';
-    m_out += name;
-    m_out += ">\n";
+void ProjectXmlWriter::commit(const char *end) {
+    m_out.truncate(end - m_out.constData());
+}
+
+char *ProjectXmlWriter::startLine(qsizetype length) {
+    const qsizetype indent = m_depth * 4;
+    char *out = reserve(indent + length);
+    std::memset(out, ' ', size_t(indent));
+    return out + indent;
+}
+
+void ProjectXmlWriter::open(QByteArrayView name) {
+    char *out = startLine(name.size() + 3);
+    *out++ = '<';
+    out = put(out, name);
+    commit(put(out, ">\n"));
     ++m_depth;
 }
 
-void ProjectXmlWriter::close(const char *name) {
+void ProjectXmlWriter::close(QByteArrayView name) {
     --m_depth;
-    indent();
-    m_out += "</";
-    m_out += name;
-    m_out += ">\n";
+    char *out = startLine(name.size() + 4);
+    out = put(out, "</");
+    out = put(out, name);
+    commit(put(out, ">\n"));
 }
 
-void ProjectXmlWriter::element(const char *name, const QString &text) {
-    indent();
-    m_out += '<';
-    m_out += name;
+void ProjectXmlWriter::element(QByteArrayView name, const QString &text) {
     if (text.isEmpty()) {
-        m_out += "/>\n";
+        char *out = startLine(name.size() + 4);
+        *out++ = '<';
+        out = put(out, name);
+        commit(put(out, "/>\n"));
         return;
     }
-    m_out += '>';
+    char *out = startLine(name.size() + 2);
+    *out++ = '<';
+    out = put(out, name);
+    *out++ = '>';
+    commit(out);
     appendEscaped(m_out, text);
-    m_out += "</";
-    m_out += name;
-    m_out += ">\n";
+    out = reserve(name.size() + 4);
+    out = put(out, "</");
+    out = put(out, name);
+    commit(put(out, ">\n"));
+}
+
+void ProjectXmlWriter::moment(QByteArrayView name, bool isSet, qint64 secsSinceEpoch) {
+    if (!isSet) {
+        element(name, {});
+        return;
+    }
+    // The text of StoredForms::momentText(), from the C library's local time directly: going
+    // through a local QDateTime costs a time-zone lookup (a stat of /etc/localtime) per moment.
+    // The zone is read once per writer instead.
+    if (!m_zoneRead) {
+        tzset();
+        m_zoneRead = true;
+    }
+    const time_t t = time_t(secsSinceEpoch);
+    std::tm local{};
+    if (!localtime_r(&t, &local)) {
+        element(name, StoredForms::momentText(QDateTime::fromSecsSinceEpoch(secsSinceEpoch)));
+        return;
+    }
+    char *out = startLine(2 * name.size() + 5 + 7 * 11 + 4);
+    *out++ = '<';
+    out = put(out, name);
+    *out++ = '>';
+    out = putPadded(out, local.tm_year + 1900, 4);
+    *out++ = '-';
+    out = putPadded(out, local.tm_mon + 1, 2);
+    *out++ = '-';
+    out = putPadded(out, local.tm_mday, 2);
+    *out++ = ' ';
+    out = putPadded(out, local.tm_hour, 2);
+    *out++ = ':';
+    out = putPadded(out, local.tm_min, 2);
+    *out++ = ':';
+    out = putPadded(out, local.tm_sec, 2);
+    const int offsetMinutes = int(local.tm_gmtoff / 60);
+    out = put(out, offsetMinutes < 0 ? " -" : " +");
+    const int absOffset = std::abs(offsetMinutes);
+    out = putPadded(out, absOffset / 60, 2);
+    out = putPadded(out, absOffset % 60, 2);
+    out = put(out, "</");
+    out = put(out, name);
+    commit(put(out, ">\n"));
 }
 
 void ProjectXmlWriter::attachments(const QStringList &paths) {
@@ -147,41 +284,16 @@ void ProjectXmlWriter::attachments(const QStringList &paths) {
 }
 
 void ProjectXmlWriter::appendEscaped(QByteArray &out, const QString &text) {
-    const QByteArray utf8 = text.toUtf8();
-    const auto *p = reinterpret_cast<const unsigned char *>(utf8.constData());
-    const auto *end = p + utf8.size();
-    while (p < end) {
-        const unsigned char c = *p;
-        if (c < 0x20) {
-            if (c == '\r')
-                out += "&#13;";
-            else if (c == '\t' || c == '\n')
-                out += char(c);
-            // Any other control character cannot be carried by XML 1.0: dropped.
-            ++p;
-            continue;
-        }
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case 0xEF:
-            // U+FFFE and U+FFFF are not XML characters either.
-            if (end - p >= 3 && p[1] == 0xBF && (p[2] == 0xBE || p[2] == 0xBF)) {
-                p += 3;
-                continue;
-            }
-            out += char(c);
-            break;
-        default:
-            out += char(c);
-        }
-        ++p;
+    const qsizetype start = out.size();
+    // Most texts are ASCII: escaped straight from UTF-16, without a UTF-8 copy.
+    if (isAscii(text)) {
+        const auto *units = reinterpret_cast<const char16_t *>(text.constData());
+        out.resize(start + text.size() * 5);
+        out.truncate(escapeInto(out.data() + start, units, units + text.size()) - out.constData());
+        return;
     }
+    const QByteArray utf8 = text.toUtf8();
+    const auto *bytes = reinterpret_cast<const unsigned char *>(utf8.constData());
+    out.resize(start + utf8.size() * 5);
+    out.truncate(escapeInto(out.data() + start, bytes, bytes + utf8.size()) - out.constData());
 }

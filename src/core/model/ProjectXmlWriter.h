@@ -27,12 +27,19 @@ public:
     static void appendEscaped(QByteArray &out, const QString &text);
 
 private:
-    void indent();
-    void open(const char *name);
-    void close(const char *name);
-    void element(const char *name, const QString &text);
+    // Room for length more bytes at the end of the text; commit() then ends the text where the
+    // writing stopped. startLine() also writes the indentation first.
+    char *reserve(qsizetype length);
+    void commit(const char *end);
+    char *startLine(qsizetype length);
+    void open(QByteArrayView name);
+    void close(QByteArrayView name);
+    void element(QByteArrayView name, const QString &text);
+    // A moment as StoredForms::momentText() writes it; an empty element when it is not set.
+    void moment(QByteArrayView name, bool isSet, qint64 secsSinceEpoch);
     void attachments(const QStringList &paths);
 
     QByteArray m_out;
     int m_depth = 0;
+    bool m_zoneRead = false;
 };

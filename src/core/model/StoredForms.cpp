@@ -40,6 +40,67 @@ void appendPadded(QString &out, int value, int width) {
     out += digits;
 }
 
+// The Latin-1 bytes of a text as QStringView::toLatin1() makes them ('?' for a character beyond
+// Latin-1), in [begin, end): in the buffer when they fit, as numbers do, without allocating; else
+// in spill.
+void latin1Bytes(QStringView text, char (&buffer)[64], QByteArray &spill, const char *&begin,
+                 const char *&end) {
+    if (text.size() > qsizetype(sizeof buffer)) {
+        spill = text.toLatin1();
+        begin = spill.constData();
+        end = begin + spill.size();
+        return;
+    }
+    char *out = buffer;
+    for (const QChar c : text)
+        *out++ = c.unicode() > 0xFF ? '?' : char(c.unicode());
+    begin = buffer;
+    end = out;
+}
+
+struct MomentParts {
+    QDate date;
+    QTime time;
+    int offsetSeconds = 0;
+};
+
+// The fields of "2008-03-07 10:15:00 +0100"; surrounding white space is allowed.
+std::optional<MomentParts> parseMomentParts(QStringView text) {
+    text = text.trimmed();
+    qsizetype pos = 0;
+    const int year = readNumber(text, pos, 4, 4);
+    if (year < 0 || !expect(text, pos, u'-'))
+        return std::nullopt;
+    const int month = readNumber(text, pos, 1, 2);
+    if (month < 0 || !expect(text, pos, u'-'))
+        return std::nullopt;
+    const int day = readNumber(text, pos, 1, 2);
+    if (day < 0 || !expect(text, pos, u' '))
+        return std::nullopt;
+    const int hour = readNumber(text, pos, 1, 2);
+    if (hour < 0 || !expect(text, pos, u':'))
+        return std::nullopt;
+    const int minute = readNumber(text, pos, 2, 2);
+    if (minute < 0 || !expect(text, pos, u':'))
+        return std::nullopt;
+    const int second = readNumber(text, pos, 2, 2);
+    if (second < 0 || !expect(text, pos, u' ') || pos >= text.size())
+        return std::nullopt;
+    const char16_t sign = text[pos].unicode();
+    if (sign != u'+' && sign != u'-')
+        return std::nullopt;
+    ++pos;
+    const int offset = readNumber(text, pos, 4, 4);
+    if (offset < 0 || pos != text.size())
+        return std::nullopt;
+    const QDate date(year, month, day);
+    const QTime time(hour, minute, second);
+    if (!date.isValid() || !time.isValid() || offset % 100 > 59)
+        return std::nullopt;
+    const int offsetSeconds = (offset / 100 * 3600 + offset % 100 * 60) * (sign == u'-' ? -1 : 1);
+    return MomentParts{date, time, offsetSeconds};
+}
+
 } // namespace
 
 QDate StoredForms::parseDate(QStringView text) {
@@ -129,45 +190,28 @@ QString StoredForms::momentText(const QDateTime &moment) {
 }
 
 QDateTime StoredForms::parseMoment(QStringView text) {
-    text = text.trimmed();
-    qsizetype pos = 0;
-    const int year = readNumber(text, pos, 4, 4);
-    if (year < 0 || !expect(text, pos, u'-'))
+    const std::optional<MomentParts> parts = parseMomentParts(text);
+    if (!parts)
         return {};
-    const int month = readNumber(text, pos, 1, 2);
-    if (month < 0 || !expect(text, pos, u'-'))
-        return {};
-    const int day = readNumber(text, pos, 1, 2);
-    if (day < 0 || !expect(text, pos, u' '))
-        return {};
-    const int hour = readNumber(text, pos, 1, 2);
-    if (hour < 0 || !expect(text, pos, u':'))
-        return {};
-    const int minute = readNumber(text, pos, 2, 2);
-    if (minute < 0 || !expect(text, pos, u':'))
-        return {};
-    const int second = readNumber(text, pos, 2, 2);
-    if (second < 0 || !expect(text, pos, u' ') || pos >= text.size())
-        return {};
-    const char16_t sign = text[pos].unicode();
-    if (sign != u'+' && sign != u'-')
-        return {};
-    ++pos;
-    const int offset = readNumber(text, pos, 4, 4);
-    if (offset < 0 || pos != text.size())
-        return {};
-    const QDate date(year, month, day);
-    const QTime time(hour, minute, second);
-    if (!date.isValid() || !time.isValid() || offset % 100 > 59)
-        return {};
-    const int offsetSeconds = (offset / 100 * 3600 + offset % 100 * 60) * (sign == u'-' ? -1 : 1);
-    return QDateTime(date, time, Qt::OffsetFromUTC, offsetSeconds).toLocalTime();
+    return QDateTime(parts->date, parts->time, Qt::OffsetFromUTC, parts->offsetSeconds)
+        .toLocalTime();
+}
+
+std::optional<qint64> StoredForms::parseMomentSecs(QStringView text) {
+    const std::optional<MomentParts> parts = parseMomentParts(text);
+    if (!parts)
+        return std::nullopt;
+    constexpr qint64 epochJulianDay = 2440588; // 1970-01-01
+    return (parts->date.toJulianDay() - epochJulianDay) * 86400 +
+           parts->time.msecsSinceStartOfDay() / 1000 - parts->offsetSeconds;
 }
 
 std::optional<int> StoredForms::parseInt(QStringView text) {
-    const QByteArray bytes = text.trimmed().toLatin1();
-    const char *begin = bytes.constData();
-    const char *end = begin + bytes.size();
+    char buffer[64];
+    QByteArray spill;
+    const char *begin = nullptr;
+    const char *end = nullptr;
+    latin1Bytes(text.trimmed(), buffer, spill, begin, end);
     if (begin != end && *begin == '+')
         ++begin;
     int value = 0;
@@ -178,9 +222,11 @@ std::optional<int> StoredForms::parseInt(QStringView text) {
 }
 
 std::optional<float> StoredForms::parseFloat(QStringView text) {
-    const QByteArray bytes = text.trimmed().toLatin1();
-    const char *begin = bytes.constData();
-    const char *end = begin + bytes.size();
+    char buffer[64];
+    QByteArray spill;
+    const char *begin = nullptr;
+    const char *end = nullptr;
+    latin1Bytes(text.trimmed(), buffer, spill, begin, end);
     if (begin != end && *begin == '+')
         ++begin;
     float value = 0;

@@ -26,6 +26,9 @@ public:
     static QString momentText(const QDateTime &moment);
     // Parses the form above; the result is in local time. Invalid when the text does not parse.
     static QDateTime parseMoment(QStringView text);
+    // The same moment as seconds since the epoch, worked out from the written offset alone: no
+    // time-zone lookup, so reading many moments stays cheap. None when the text does not parse.
+    static std::optional<qint64> parseMomentSecs(QStringView text);
 
     // Whole-text numbers: surrounding white space is allowed, anything else is not.
     static std::optional<int> parseInt(QStringView text);
