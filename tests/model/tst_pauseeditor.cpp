@@ -65,6 +65,8 @@ private slots:
         QCOMPARE(m_changes, 4);
     }
 
+    // The bounds themselves are the clamping rules' (tested with them); these show the editor
+    // applies them to both ends and keeps the result as one undo step.
     void clampsChangedMoments_data() {
         QTest::addColumn<bool>("running");
         QTest::addColumn<bool>("changeStart");
@@ -73,18 +75,13 @@ private slots:
         QTest::addColumn<bool>("beep");
         QTest::newRow("start before the entry") << false << true << at(8, 30) << at(9, 0) << true;
         QTest::newRow("start inside") << false << true << at(9, 30, 42) << at(9, 30) << false;
-        QTest::newRow("end after the end") << false << false << at(12, 30) << at(12, 0) << true;
         QTest::newRow("end after now while running")
             << true << false << at(11, 30) << at(11, 0) << true;
-        QTest::newRow("end inside") << true << false << at(10, 0) << at(10, 0) << false;
     }
-
     void clampsChangedMoments() {
         QFETCH(bool, running);
         QFETCH(bool, changeStart);
         QFETCH(QDateTime, typed);
-        QFETCH(QDateTime, stored);
-        QFETCH(bool, beep);
         if (running) {
             m_entry = entryFrom("09:00", nullptr);
             m_editor->setCurrentEntry(m_entry);
@@ -92,8 +89,8 @@ private slots:
         m_editor->addPauseEntry();
         const bool beeped =
             changeStart ? m_editor->setFromInRow(0, typed) : m_editor->setToInRow(0, typed);
-        QCOMPARE(beeped, beep);
-        QCOMPARE(changeStart ? m_editor->pauseAt(0)->from() : m_editor->pauseAt(0)->to(), stored);
+        QTEST(beeped, "beep");
+        QTEST(changeStart ? m_editor->pauseAt(0)->from() : m_editor->pauseAt(0)->to(), "stored");
         QCOMPARE(m_stack.undoText(), u"Edit pause entry"_s);
         m_stack.undo();
         QCOMPARE(m_editor->pauseAt(0)->from(), at(9, 0));
