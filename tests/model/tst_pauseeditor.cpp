@@ -1,31 +1,15 @@
-#include "model/Clock.h"
+#include "core/ModelFixtures.h"
+
 #include "model/PauseEditor.h"
 #include "platform/LocaleFormat.h"
 
-#include <QStandardPaths>
 #include <QTest>
 #include <QUndoStack>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 QDateTime at(int hour, int minute, int second = 0) {
     return QDateTime(QDate(2026, 11, 2), QTime(hour, minute, second));
-}
-
-std::shared_ptr<Entry> entryFrom(const char *from, const char *to) {
-    auto entry = std::make_shared<Entry>();
-    entry->setHasPeriod(true);
-    entry->setFromDate(u"02.11.2026"_s);
-    entry->setFromTime(QString::fromLatin1(from));
-    if (to) {
-        entry->setToDate(u"02.11.2026"_s);
-        entry->setToTime(QString::fromLatin1(to));
-    } else {
-        entry->setIsWorking(true);
-    }
-    return entry;
 }
 
 } // namespace
@@ -44,7 +28,7 @@ private slots:
         m_stack.clear();
         m_changes = 0;
         m_editor = std::make_unique<PauseEditor>(m_stack, [this] { ++m_changes; });
-        m_entry = entryFrom("09:00", "12:00");
+        m_entry = periodEntry(at(9, 0), at(12, 0));
         m_editor->setCurrentEntry(m_entry);
     }
 
@@ -65,8 +49,7 @@ private slots:
         QCOMPARE(m_changes, 4);
     }
 
-    // The bounds themselves are the clamping rules' (tested with them); these show the editor
-    // applies them to both ends and keeps the result as one undo step.
+    // The bounds are the clamping rules' (tested with them): here, that both ends use them.
     void clampsChangedMoments_data() {
         QTest::addColumn<bool>("running");
         QTest::addColumn<bool>("changeStart");
@@ -83,7 +66,7 @@ private slots:
         QFETCH(bool, changeStart);
         QFETCH(QDateTime, typed);
         if (running) {
-            m_entry = entryFrom("09:00", nullptr);
+            m_entry = periodEntry(at(9, 0));
             m_editor->setCurrentEntry(m_entry);
         }
         m_editor->addPauseEntry();

@@ -77,6 +77,16 @@ QByteArray classDescription(const char *name) {
            "</string><string>NSObject</string></array></dict>";
 }
 
+// An object whose class description is at the given UID.
+QByteArray object(int classUid, const QByteArray &body) {
+    return "<dict><key>$class</key>" + uid(classUid) + body + "</dict>";
+}
+
+// An archive of one object of the given class.
+QByteArray oneObject(const char *className, const QByteArray &body) {
+    return archiveWith(object(2, body) + classDescription(className));
+}
+
 } // namespace
 
 class TestKeyedArchive : public QObject {
@@ -121,39 +131,29 @@ print(items[0], cls(items[1]), items[1]['NS.rangeval.location'],
         // As the platform's archiver writes them: mutable strings and data wrapped, a range data
         // blob for an index set of two ranges, a device RGB colour without alpha.
         const QByteArray objects =
-            "<dict><key>$class</key>" + uid(2) + "<key>NS.keys</key><array>" + uid(3) + uid(5) +
-            uid(7) + uid(9) + "</array><key>NS.objects</key><array>" + uid(4) + uid(6) + uid(8) +
-            uid(10) + "</array></dict>" + classDescription("NSDictionary") +
-            "<string>s</string>"
-            "<dict><key>$class</key>" +
-            uid(11) +
-            "<key>NS.string</key><string>wrapped</string></dict>"
-            "<string>set</string>"
-            "<dict><key>$class</key>" +
-            uid(12) +
-            "<key>NSRangeCount</key><integer>2</integer>"
-            "<key>NSRangeData</key><data>AQKAAgM=</data></dict>"
-            "<string>color</string>"
-            "<dict><key>$class</key>" +
-            uid(13) +
-            "<key>NSColorSpace</key><integer>2</integer>"
-            "<key>NSRGB</key><data>MSAwIDAA</data></dict>"
-            "<string>when</string>"
-            "<dict><key>$class</key>" +
-            uid(14) + "<key>NS.time</key><real>0</real></dict>" +
+            object(2, "<key>NS.keys</key><array>" + uid(3) + uid(5) + uid(7) + uid(9) +
+                          "</array><key>NS.objects</key><array>" + uid(4) + uid(6) + uid(8) +
+                          uid(10) + "</array>") +
+            classDescription("NSDictionary") + "<string>s</string>" +
+            object(11, "<key>NS.string</key><string>wrapped</string>") + "<string>set</string>" +
+            object(12, "<key>NSRangeCount</key><integer>2</integer>"
+                       "<key>NSRangeData</key><data>AQKAAgM=</data>") +
+            "<string>color</string>" +
+            object(13, "<key>NSColorSpace</key><integer>2</integer>"
+                       "<key>NSRGB</key><data>MSAwIDAA</data>") +
+            "<string>when</string>" + object(14, "<key>NS.time</key><real>0</real>") +
             classDescription("NSMutableString") + classDescription("NSIndexSet") +
             classDescription("NSColor") + classDescription("NSDate");
         const auto read = KeyedUnarchiver::unarchive(archiveWith(objects), {});
         QVERIFY2(read.ok, qPrintable(read.error));
-        const QVariantMap map = read.root.toMap();
-        QCOMPARE(map.value(u"s"_s).toString(), u"wrapped"_s);
-        IndexSet expected;
-        expected.addIndexesInRange(1, 2);
-        expected.addIndexesInRange(256, 3);
-        QCOMPARE(map.value(u"set"_s).value<IndexSet>(), expected);
-        QCOMPARE(map.value(u"color"_s).value<QColor>(), QColor(Qt::red));
-        QCOMPARE(map.value(u"when"_s).toDateTime(),
-                 QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC));
+        IndexSet set;
+        set.addIndexesInRange(1, 2);
+        set.addIndexesInRange(256, 3);
+        QCOMPARE(read.root, QVariant(QVariantMap{
+                                {u"s"_s, u"wrapped"_s},
+                                {u"set"_s, QVariant::fromValue(set)},
+                                {u"color"_s, QColor(Qt::red)},
+                                {u"when"_s, QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC)}}));
     }
 
     void rejectsDamagedArchives_data() {
@@ -167,30 +167,22 @@ print(items[0], cls(items[1]), items[1]['NS.rangeval.location'],
                                      << u"The property list is not a keyed archive."_s;
         QTest::newRow("root outside") << archiveWith("<string>a</string>", "9")
                                       << u"Reference 9 points outside the archive's 2 objects."_s;
-        QTest::newRow("cycle") << archiveWith("<dict><key>$class</key>" + uid(2) +
-                                              "<key>NS.objects</key><array>" + uid(1) +
-                                              "</array></dict>" + classDescription("NSArray"))
+        QTest::newRow("cycle") << oneObject("NSArray",
+                                            "<key>NS.objects</key><array>" + uid(1) + "</array>")
                                << u"Object 1 refers to itself."_s;
         QTest::newRow("huge range count")
-            << archiveWith("<dict><key>$class</key>" + uid(2) +
-                           "<key>NSRangeCount</key><integer>4000000000</integer>"
-                           "<key>NSRangeData</key><data>AQI=</data></dict>" +
-                           classDescription("NSIndexSet"))
+            << oneObject("NSIndexSet", "<key>NSRangeCount</key><integer>4000000000</integer>"
+                                       "<key>NSRangeData</key><data>AQI=</data>")
             << u"An index set claims 4000000000 ranges but holds 2 numbers."_s;
         QTest::newRow("unpaired dictionary")
-            << archiveWith("<dict><key>$class</key>" + uid(2) + "<key>NS.keys</key><array>" +
-                           uid(0) + "</array><key>NS.objects</key><array/></dict>" +
-                           classDescription("NSDictionary"))
+            << oneObject("NSDictionary", "<key>NS.keys</key><array>" + uid(0) +
+                                             "</array><key>NS.objects</key><array/>")
             << u"The dictionary object 1 has keys and values that do not pair."_s;
         QTest::newRow("reference of the wrong kind")
-            << archiveWith("<dict><key>$class</key>" + uid(2) +
-                           "<key>NS.objects</key><array><string>x</string></array></dict>" +
-                           classDescription("NSArray"))
+            << oneObject("NSArray", "<key>NS.objects</key><array><string>x</string></array>")
             << u"An object reference is not a reference."_s;
         QTest::newRow("unknown class")
-            << archiveWith("<dict><key>$class</key>" + uid(2) + "</dict>" +
-                           classDescription("NSWindow"))
-            << QStringLiteral("Object 1 is of the unknown class \"NSWindow\".");
+            << oneObject("NSWindow", {}) << u"Object 1 is of the unknown class \"NSWindow\"."_s;
         QTest::newRow("class missing")
             << archiveWith("<dict><key>a</key><integer>1</integer></dict>")
             << u"Object 1 has no class."_s;
