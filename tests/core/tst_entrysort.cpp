@@ -34,122 +34,103 @@ private slots:
     void init() { Clock::setNow(at(u"12.03.2008 11:00"_s)); }
     void cleanup() { Clock::reset(); }
 
-    void compare_data();
-    void compare();
-    void sort_data();
-    void sort();
-};
+    void compare_data() {
+        // The row's name begins with the column whose comparator is tested.
+        QTest::addColumn<QString>("a");
+        QTest::addColumn<QString>("b");
+        QTest::addColumn<int>("ascending"); // the sign; descending is the opposite
+        QTest::newRow("day: earlier day first")
+            << u"day:11.03.2008:90"_s << u"day:12.03.2008:5"_s << -1;
+        QTest::newRow("day: period entry by its start date")
+            << u"fin:13.03.2008:08:00-09:00"_s << u"day:12.03.2008:5"_s << 1;
+        QTest::newRow("day: flat fee by its day")
+            << u"fee:11.03.2008:5"_s << u"fin:12.03.2008:08:00-09:00"_s << -1;
+        QTest::newRow("day: earlier start first")
+            << u"fin:12.03.2008:10:00-10:05"_s << u"fin:12.03.2008:09:00-11:00"_s << 1;
+        QTest::newRow("day: running after finished at the same start")
+            << u"run:12.03.2008:09:00"_s << u"fin:12.03.2008:09:00-09:30"_s << 1;
+        QTest::newRow("day: two running")
+            << u"run:12.03.2008:09:00"_s << u"run:12.03.2008:09:00"_s << 0;
+        QTest::newRow("day: same start, earlier end first")
+            << u"fin:12.03.2008:09:00-09:30"_s << u"fin:12.03.2008:09:00-09:15"_s << 1;
+        QTest::newRow("day: day entries by duration")
+            << u"day:12.03.2008:30"_s << u"day:12.03.2008:45"_s << -1;
+        QTest::newRow("day: period and day entry by duration")
+            << u"fin:12.03.2008:09:00-10:00"_s << u"day:12.03.2008:45"_s << 1;
+        QTest::newRow("day: flat fee on the same day")
+            << u"fee:12.03.2008:5"_s << u"day:12.03.2008:45"_s << 0;
 
-void TestEntrySort::compare_data() {
-    QTest::addColumn<QString>("column");
-    QTest::addColumn<QString>("a");
-    QTest::addColumn<QString>("b");
-    QTest::addColumn<int>("ascending");
-    QTest::addColumn<int>("descending");
+        QTest::newRow("duration: entries")
+            << u"day:12.03.2008:30"_s << u"fin:12.03.2008:09:00-09:45"_s << -1;
+        QTest::newRow("duration: flat fees by amount")
+            << u"fee:12.03.2008:5"_s << u"fee:11.03.2008:2.5"_s << 1;
+        QTest::newRow("duration: entry before flat fee")
+            << u"day:12.03.2008:600"_s << u"fee:12.03.2008:0"_s << -1;
+        QTest::newRow("duration: flat fee after entry")
+            << u"fee:12.03.2008:0"_s << u"day:12.03.2008:0"_s << 1;
 
-    const QString day = u"Day_Col"_s;
-    QTest::newRow("day: earlier day first")
-        << day << u"day:11.03.2008:90"_s << u"day:12.03.2008:5"_s << -1 << 1;
-    QTest::newRow("day: period entry by its start date")
-        << day << u"fin:13.03.2008:08:00-09:00"_s << u"day:12.03.2008:5"_s << 1 << -1;
-    QTest::newRow("day: flat fee by its day")
-        << day << u"fee:11.03.2008:5"_s << u"fin:12.03.2008:08:00-09:00"_s << -1 << 1;
-    QTest::newRow("day: earlier start first")
-        << day << u"fin:12.03.2008:10:00-10:05"_s << u"fin:12.03.2008:09:00-11:00"_s << 1 << -1;
-    QTest::newRow("day: running after finished at the same start")
-        << day << u"run:12.03.2008:09:00"_s << u"fin:12.03.2008:09:00-09:30"_s << 1 << -1;
-    QTest::newRow("day: two running")
-        << day << u"run:12.03.2008:09:00"_s << u"run:12.03.2008:09:00"_s << 0 << 0;
-    QTest::newRow("day: same start, earlier end first")
-        << day << u"fin:12.03.2008:09:00-09:30"_s << u"fin:12.03.2008:09:00-09:15"_s << 1 << -1;
-    QTest::newRow("day: day entries by duration")
-        << day << u"day:12.03.2008:30"_s << u"day:12.03.2008:45"_s << -1 << 1;
-    QTest::newRow("day: period and day entry by duration")
-        << day << u"fin:12.03.2008:09:00-10:00"_s << u"day:12.03.2008:45"_s << 1 << -1;
-    QTest::newRow("day: flat fee on the same day")
-        << day << u"fee:12.03.2008:5"_s << u"day:12.03.2008:45"_s << 0 << 0;
+        QTest::newRow("action: finished before running")
+            << u"fin:12.03.2008:09:00-09:30"_s << u"run:12.03.2008:10:00"_s << -1;
+        QTest::newRow("action: flat fee is not working")
+            << u"run:12.03.2008:10:00"_s << u"fee:12.03.2008:1"_s << 1;
+        QTest::newRow("action: both finished")
+            << u"day:12.03.2008:9"_s << u"fee:12.03.2008:1"_s << 0;
 
-    const QString duration = u"Duration_Col"_s;
-    QTest::newRow("duration: entries")
-        << duration << u"day:12.03.2008:30"_s << u"fin:12.03.2008:09:00-09:45"_s << -1 << 1;
-    QTest::newRow("duration: flat fees by amount")
-        << duration << u"fee:12.03.2008:5"_s << u"fee:11.03.2008:2.5"_s << 1 << -1;
-    QTest::newRow("duration: entry before flat fee")
-        << duration << u"day:12.03.2008:600"_s << u"fee:12.03.2008:0"_s << -1 << 1;
-    QTest::newRow("duration: flat fee after entry")
-        << duration << u"fee:12.03.2008:0"_s << u"day:12.03.2008:0"_s << 1 << -1;
-
-    const QString action = u"Action_Col"_s;
-    QTest::newRow("action: finished before running")
-        << action << u"fin:12.03.2008:09:00-09:30"_s << u"run:12.03.2008:10:00"_s << -1 << 1;
-    QTest::newRow("action: flat fee is not working")
-        << action << u"run:12.03.2008:10:00"_s << u"fee:12.03.2008:1"_s << 1 << -1;
-    QTest::newRow("action: both finished")
-        << action << u"day:12.03.2008:9"_s << u"fee:12.03.2008:1"_s << 0 << 0;
-
-    const QString text = u"Description_Col"_s;
-    QTest::newRow("description: numbers by value")
-        << text << u"text:file 9"_s << u"text:file 10"_s << -1 << 1;
-    QTest::newRow("description: capitals first")
-        << text << u"text:Zeta"_s << u"text:alpha"_s << -1 << 1;
-    QTest::newRow("description: prefix first") << text << u"text:x"_s << u"text:x1"_s << -1 << 1;
-    QTest::newRow("description: run then text")
-        << text << u"text:a2b"_s << u"text:a10a"_s << -1 << 1;
-    QTest::newRow("description: equal") << text << u"text:same"_s << u"text:same"_s << 0 << 0;
-}
-
-void TestEntrySort::compare() {
-    QFETCH(QString, column);
-    QFETCH(QString, a);
-    QFETCH(QString, b);
-    QFETCH(int, ascending);
-    QFETCH(int, descending);
-
-    const auto comparator = column == u"Day_Col"        ? &EntrySort::compareEntriesDay
-                            : column == u"Duration_Col" ? &EntrySort::compareEntriesDuration
-                            : column == u"Action_Col"   ? &EntrySort::compareEntriesAction
+        QTest::newRow("description: numbers by value")
+            << u"text:file 9"_s << u"text:file 10"_s << -1;
+        QTest::newRow("description: capitals first") << u"text:Zeta"_s << u"text:alpha"_s << -1;
+        QTest::newRow("description: prefix first") << u"text:x"_s << u"text:x1"_s << -1;
+        QTest::newRow("description: run then text") << u"text:a2b"_s << u"text:a10a"_s << -1;
+        QTest::newRow("description: equal") << u"text:same"_s << u"text:same"_s << 0;
+    }
+    void compare() {
+        QFETCH(QString, a);
+        QFETCH(QString, b);
+        QFETCH(int, ascending);
+        const QString column = QString::fromLatin1(QTest::currentDataTag()).section(u':', 0, 0);
+        const auto comparator = column == u"day"        ? &EntrySort::compareEntriesDay
+                                : column == u"duration" ? &EntrySort::compareEntriesDuration
+                                : column == u"action"   ? &EntrySort::compareEntriesAction
                                                         : &EntrySort::compareEntriesDescription;
-    const auto sign = [](int value) { return (value > 0) - (value < 0); };
-    QCOMPARE(sign(comparator(*item(a), *item(b), true)), ascending);
-    QCOMPARE(sign(comparator(*item(a), *item(b), false)), descending);
-}
+        const auto sign = [](int value) { return (value > 0) - (value < 0); };
+        QCOMPARE(sign(comparator(*item(a), *item(b), true)), ascending);
+        QCOMPARE(sign(comparator(*item(a), *item(b), false)), -ascending);
+    }
 
-void TestEntrySort::sort_data() {
-    QTest::addColumn<QString>("column");
-    QTest::addColumn<bool>("ascending");
-    QTest::addColumn<QStringList>("items");
-    QTest::addColumn<QList<int>>("order");
-
-    const QStringList mixed{u"fee:11.03.2008:5"_s, u"run:12.03.2008:09:00"_s,
-                            u"day:12.03.2008:45"_s, u"fin:12.03.2008:09:00-09:20"_s,
-                            u"fee:10.03.2008:1"_s};
-    QTest::newRow("unknown column keeps the order")
-        << u"State_Col"_s << true << mixed << QList<int>{0, 1, 2, 3, 4};
-    QTest::newRow("day ascending") << u"Day_Col"_s << true << mixed << QList<int>{4, 0, 3, 2, 1};
-    QTest::newRow("duration ascending")
-        << u"Duration_Col"_s << true << mixed << QList<int>{3, 2, 1, 4, 0};
-    QTest::newRow("description descending")
-        << u"Description_Col"_s << false
-        << QStringList{u"text:Task 2"_s, u"text:Task 10"_s, u"text:Task 1"_s}
-        << QList<int>{1, 0, 2};
-}
-
-void TestEntrySort::sort() {
-    QFETCH(QString, column);
-    QFETCH(bool, ascending);
-    QFETCH(QStringList, items);
-    QFETCH(QList<int>, order);
-
-    ItemList list;
-    for (const QString &description : items)
-        list.append(item(description));
-    const ItemList before = list;
-    EntrySort::sortEntries(list, column, ascending);
-    QList<int> sorted;
-    for (const auto &sortedItem : list)
-        sorted.append(int(before.indexOf(sortedItem)));
-    QCOMPARE(sorted, order);
-}
+    void sort_data() {
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<bool>("ascending");
+        QTest::addColumn<QStringList>("items");
+        QTest::addColumn<QList<int>>("order");
+        const QStringList mixed{u"fee:11.03.2008:5"_s, u"run:12.03.2008:09:00"_s,
+                                u"day:12.03.2008:45"_s, u"fin:12.03.2008:09:00-09:20"_s,
+                                u"fee:10.03.2008:1"_s};
+        QTest::newRow("unknown column keeps the order")
+            << u"State_Col"_s << true << mixed << QList<int>{0, 1, 2, 3, 4};
+        QTest::newRow("day ascending")
+            << u"Day_Col"_s << true << mixed << QList<int>{4, 0, 3, 2, 1};
+        QTest::newRow("duration ascending")
+            << u"Duration_Col"_s << true << mixed << QList<int>{3, 2, 1, 4, 0};
+        QTest::newRow("description descending")
+            << u"Description_Col"_s << false
+            << QStringList{u"text:Task 2"_s, u"text:Task 10"_s, u"text:Task 1"_s}
+            << QList<int>{1, 0, 2};
+    }
+    void sort() {
+        QFETCH(QString, column);
+        QFETCH(bool, ascending);
+        QFETCH(QStringList, items);
+        ItemList list;
+        for (const QString &description : items)
+            list.append(item(description));
+        const ItemList before = list;
+        EntrySort::sortEntries(list, column, ascending);
+        QList<int> sorted;
+        for (const auto &sortedItem : list)
+            sorted.append(int(before.indexOf(sortedItem)));
+        QTEST(sorted, "order");
+    }
+};
 
 QTEST_GUILESS_MAIN(TestEntrySort)
 #include "tst_entrysort.moc"

@@ -1,31 +1,15 @@
-#include "model/Clock.h"
+#include "core/ModelFixtures.h"
+
 #include "model/PauseEditor.h"
 #include "platform/LocaleFormat.h"
 
-#include <QStandardPaths>
 #include <QTest>
 #include <QUndoStack>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 QDateTime at(int hour, int minute, int second = 0) {
     return QDateTime(QDate(2026, 11, 2), QTime(hour, minute, second));
-}
-
-std::shared_ptr<Entry> entryFrom(const char *from, const char *to) {
-    auto entry = std::make_shared<Entry>();
-    entry->setHasPeriod(true);
-    entry->setFromDate(u"02.11.2026"_s);
-    entry->setFromTime(QString::fromLatin1(from));
-    if (to) {
-        entry->setToDate(u"02.11.2026"_s);
-        entry->setToTime(QString::fromLatin1(to));
-    } else {
-        entry->setIsWorking(true);
-    }
-    return entry;
 }
 
 } // namespace
@@ -44,7 +28,7 @@ private slots:
         m_stack.clear();
         m_changes = 0;
         m_editor = std::make_unique<PauseEditor>(m_stack, [this] { ++m_changes; });
-        m_entry = entryFrom("09:00", "12:00");
+        m_entry = periodEntry(at(9, 0), at(12, 0));
         m_editor->setCurrentEntry(m_entry);
     }
 
@@ -65,6 +49,7 @@ private slots:
         QCOMPARE(m_changes, 4);
     }
 
+    // The bounds are the clamping rules' (tested with them): here, that both ends use them.
     void clampsChangedMoments_data() {
         QTest::addColumn<bool>("running");
         QTest::addColumn<bool>("changeStart");
@@ -73,27 +58,22 @@ private slots:
         QTest::addColumn<bool>("beep");
         QTest::newRow("start before the entry") << false << true << at(8, 30) << at(9, 0) << true;
         QTest::newRow("start inside") << false << true << at(9, 30, 42) << at(9, 30) << false;
-        QTest::newRow("end after the end") << false << false << at(12, 30) << at(12, 0) << true;
         QTest::newRow("end after now while running")
             << true << false << at(11, 30) << at(11, 0) << true;
-        QTest::newRow("end inside") << true << false << at(10, 0) << at(10, 0) << false;
     }
-
     void clampsChangedMoments() {
         QFETCH(bool, running);
         QFETCH(bool, changeStart);
         QFETCH(QDateTime, typed);
-        QFETCH(QDateTime, stored);
-        QFETCH(bool, beep);
         if (running) {
-            m_entry = entryFrom("09:00", nullptr);
+            m_entry = periodEntry(at(9, 0));
             m_editor->setCurrentEntry(m_entry);
         }
         m_editor->addPauseEntry();
         const bool beeped =
             changeStart ? m_editor->setFromInRow(0, typed) : m_editor->setToInRow(0, typed);
-        QCOMPARE(beeped, beep);
-        QCOMPARE(changeStart ? m_editor->pauseAt(0)->from() : m_editor->pauseAt(0)->to(), stored);
+        QTEST(beeped, "beep");
+        QTEST(changeStart ? m_editor->pauseAt(0)->from() : m_editor->pauseAt(0)->to(), "stored");
         QCOMPARE(m_stack.undoText(), u"Edit pause entry"_s);
         m_stack.undo();
         QCOMPARE(m_editor->pauseAt(0)->from(), at(9, 0));

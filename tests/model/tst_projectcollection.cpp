@@ -1,57 +1,29 @@
-#include "model/Clock.h"
+#include "core/ModelFixtures.h"
+
 #include "model/ProjectCollection.h"
 #include "model/ProjectXmlWriter.h"
-#include "platform/Preferences.h"
 #include "platform/ProjectFileLock.h"
 #include "stores/CustomerStorage.h"
 #include "support/FakeCustomers.h"
+#include "support/Files.h"
 
-#include <QFile>
 #include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
 using Operation = std::function<void(ProjectCollection &)>;
 Q_DECLARE_METATYPE(Operation)
 
 namespace {
 
-std::shared_ptr<Entry> finished(const char *day, const char *from, const char *to, int minutes,
-                                const QString &comment = {}) {
-    auto entry = std::make_shared<Entry>();
-    entry->setHasPeriod(true);
-    entry->setDate(u""_s);
-    entry->setFromDate(QString::fromLatin1(day));
-    entry->setFromTime(QString::fromLatin1(from));
-    entry->setToDate(QString::fromLatin1(day));
-    entry->setToTime(QString::fromLatin1(to));
-    entry->setTime(minutes);
-    entry->setComment(comment);
-    return entry;
+std::shared_ptr<Project> project(const QString &name, float wage = 0.0f, int customer = -1) {
+    return std::make_shared<Project>(name, u""_s, wage, 0, 0, 0, customer, u""_s);
 }
 
-std::shared_ptr<Entry> dayEntry(const char *day, int minutes, const QString &comment = {},
-                                const QString &tags = u""_s) {
-    auto entry = std::make_shared<Entry>();
-    entry->setDate(QString::fromLatin1(day));
-    entry->setTime(minutes);
+std::shared_ptr<Entry> commented(std::shared_ptr<Entry> entry, const QString &comment,
+                                 const QString &tags = u""_s) {
     entry->setComment(comment);
     entry->setTags(tags);
     return entry;
-}
-
-QByteArray writeFile(const QString &path, const QByteArray &bytes) {
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(bytes);
-    return bytes;
-}
-
-QByteArray readFile(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -72,24 +44,23 @@ private slots:
         m_collection = std::make_unique<ProjectCollection>(*m_preferences);
         m_collection->setCustomerDirectory(&m_customers);
         m_customers.visible = {{1, true}, {2, false}};
-        auto web = std::make_shared<Project>(u"Web"_s, u""_s, 60.0f, 0, 0, 0, 1, u""_s);
+        auto web = project(u"Web"_s, 60.0f, 1);
         auto app = std::make_shared<Project>(u"App"_s, u""_s, 30.0f, 1, 15, 0, -1, u""_s);
-        auto hidden = std::make_shared<Project>(u"Hidden"_s, u""_s, 10.0f, 0, 0, 0, 2, u""_s);
-        auto pausedEntry = finished("02.11.2026", "09:00", "10:00", 60, u"Urgent call"_s);
-        pausedEntry->setPauseEntries(
-            {std::make_shared<PauseEntry>(QDateTime(QDate(2026, 11, 2), QTime(9, 10)),
-                                          QDateTime(QDate(2026, 11, 2), QTime(9, 25)))});
-        web->addEntry(pausedEntry);
-        web->addEntry(dayEntry("03.11.2026", 30, u"Review"_s, u"urgent"_s));
-        app->addEntry(dayEntry("04.11.2026", 45, u"Design"_s, u"Urgent"_s));
-        auto fee = std::make_shared<FlatFeeEntry>();
-        fee->setDate(u"05.11.2026"_s);
-        fee->setAmount(100.0f);
+        auto hidden = project(u"Hidden"_s, 10.0f, 2);
+        auto paused =
+            commented(periodEntry(u"02.11.2026 09:00"_s, u"02.11.2026 10:00"_s), u"Urgent call"_s);
+        paused->setDate(u""_s);
+        paused->setPauseEntries(
+            {std::make_shared<PauseEntry>(at(u"02.11.2026 09:10"_s), at(u"02.11.2026 09:25"_s))});
+        web->addEntry(paused);
+        web->addEntry(commented(dayEntry(u"03.11.2026"_s, 30), u"Review"_s, u"urgent"_s));
+        app->addEntry(commented(dayEntry(u"04.11.2026"_s, 45), u"Design"_s, u"Urgent"_s));
+        auto fee = flatFee(u"05.11.2026"_s, 100.0f);
         fee->setComment(u"Hosting"_s);
         app->addEntry(fee);
-        hidden->addEntry(dayEntry("06.11.2026", 60));
+        hidden->addEntry(dayEntry(u"06.11.2026"_s, 60));
         m_path = m_folder->filePath(u"projects.xml"_s);
-        writeFile(m_path, ProjectXmlWriter::makeXML({web, app, hidden}));
+        QVERIFY(writeFile(m_path, ProjectXmlWriter::makeXML({web, app, hidden})));
         QVERIFY(m_collection->loadCollection(m_path).ok);
     }
 
@@ -107,7 +78,7 @@ private slots:
 
     void failedLoadKeepsTheDocument() {
         const QString broken = m_folder->filePath(u"broken.xml"_s);
-        writeFile(broken, "<projects><project></project></projects>");
+        QVERIFY(writeFile(broken, "<projects><project></project></projects>"));
         m_collection->undoStack()->push(new QUndoCommand(u"x"_s));
         QVERIFY(!m_collection->loadCollection(broken).ok);
         QCOMPARE(m_collection->projectArray().size(), 3);
@@ -119,63 +90,61 @@ private slots:
     void undoRedo_data() {
         QTest::addColumn<Operation>("operation");
         QTest::addColumn<QString>("actionName");
-        const auto project = [](ProjectCollection &c, const char *name) {
+        const auto named = [](ProjectCollection &c, const char *name) {
             return c.projectWithName(QString::fromLatin1(name));
         };
-        QTest::newRow("add project") << Operation([](ProjectCollection &c) {
-            c.addProject(std::make_shared<Project>(u"New"_s, u""_s, 1.0f, 0, 0, 0, -1, u""_s));
-        }) << u"Add Project"_s;
+        QTest::newRow("add project")
+            << Operation([](ProjectCollection &c) { c.addProject(project(u"New"_s, 1.0f)); })
+            << u"Add Project"_s;
         QTest::newRow("delete last project")
-            << Operation([=](ProjectCollection &c) { c.deleteProject(project(c, "Hidden")); })
+            << Operation([=](ProjectCollection &c) { c.deleteProject(named(c, "Hidden")); })
             << u"Delete Project"_s;
         QTest::newRow("add entry") << Operation([=](ProjectCollection &c) {
-            c.addEntry(dayEntry("01.11.2026", 5), project(c, "Web"), u"Add Entry"_s);
+            c.addEntry(dayEntry(u"01.11.2026"_s, 5), named(c, "Web"), u"Add Entry"_s);
         }) << u"Add Entry"_s;
         QTest::newRow("delete entry") << Operation([=](ProjectCollection &c) {
-            c.deleteEntry(project(c, "App")->entries().first(), project(c, "App"));
+            c.deleteEntry(named(c, "App")->entries().first(), named(c, "App"));
         }) << u"Delete Entry"_s;
         QTest::newRow("edit project") << Operation([=](ProjectCollection &c) {
             Project values(u"Renamed"_s, u"d"_s, 99.0f, 2, 10, 1, 1, u"t"_s);
-            c.editProject(project(c, "App"), values);
+            c.editProject(named(c, "App"), values);
         }) << u"Edit Project"_s;
         QTest::newRow("edit entry into a day entry") << Operation([=](ProjectCollection &c) {
-            auto entry = std::static_pointer_cast<Entry>(project(c, "Web")->entries().first());
+            auto entry = std::static_pointer_cast<Entry>(named(c, "Web")->entries().first());
             auto values = entry->copy();
             values->setHasPeriod(false);
             values->setDate(u"02.11.2026"_s);
             c.editEntry(entry, *values, false);
         }) << u"Edit Entry"_s;
         QTest::newRow("edit flat fee") << Operation([=](ProjectCollection &c) {
-            auto fee = std::static_pointer_cast<FlatFeeEntry>(project(c, "App")->entries().last());
+            auto fee = std::static_pointer_cast<FlatFeeEntry>(named(c, "App")->entries().last());
             auto values = fee->copy();
             values->setAmount(250.0f);
             values->setDate(u"01.10.2026"_s);
             c.editFlatFeeEntry(fee, *values);
         }) << u"Edit Entry"_s;
         QTest::newRow("move project")
-            << Operation([=](ProjectCollection &c) { c.moveProject(project(c, "Hidden"), 0); })
+            << Operation([=](ProjectCollection &c) { c.moveProject(named(c, "Hidden"), 0); })
             << u"Move Project"_s;
-        QTest::newRow("assign customer") << Operation([=](ProjectCollection &c) {
-            c.assignCustomerWithID(1, project(c, "App"));
-        }) << u"Assign customer"_s;
+        QTest::newRow("assign customer")
+            << Operation([=](ProjectCollection &c) { c.assignCustomerWithID(1, named(c, "App")); })
+            << u"Assign customer"_s;
         QTest::newRow("start timer")
-            << Operation([=](ProjectCollection &c) { c.startTimerInProject(project(c, "Web")); })
+            << Operation([=](ProjectCollection &c) { c.startTimerInProject(named(c, "Web")); })
             << u"Start"_s;
         QTest::newRow("move entries between projects") << Operation([=](ProjectCollection &c) {
-            c.moveEntries(project(c, "Web")->entries(), project(c, "App"));
+            c.moveEntries(named(c, "Web")->entries(), named(c, "App"));
         }) << u"Move Entry"_s;
     }
-
     void undoRedo() {
         QFETCH(Operation, operation);
-        QFETCH(QString, actionName);
         const QByteArray before = ProjectXmlWriter::makeXML(m_collection->projectArray());
         operation(*m_collection);
         const QByteArray after = ProjectXmlWriter::makeXML(m_collection->projectArray());
         QVERIFY(after != before);
         QVERIFY(m_collection->dataChanged());
         QCOMPARE(m_collection->undoStack()->count(), 1);
-        QCOMPARE(m_collection->undoStack()->undoText(), actionName);
+        QTEST(m_collection->undoStack()->undoText(), "actionName");
         m_collection->undoStack()->undo();
         QCOMPARE(ProjectXmlWriter::makeXML(m_collection->projectArray()), before);
         m_collection->undoStack()->redo();
@@ -247,8 +216,7 @@ private slots:
     }
 
     void movingWithHiddenProjects() {
-        m_collection->addProject(
-            std::make_shared<Project>(u"Last"_s, u""_s, 0.0f, 0, 0, 0, -1, u""_s));
+        m_collection->addProject(project(u"Last"_s));
         m_collection->setHideFadedProjects(true);
         // Shown: Web, App, Last. Moving Last to shown position 1 puts it right after Web.
         m_collection->moveProject(m_collection->projectWithName(u"Last"_s), 1);
@@ -266,15 +234,12 @@ private slots:
         QTest::newRow("on") << true;
         QTest::newRow("off") << false;
     }
-
     void crashProtection() {
         QFETCH(bool, enabled);
         m_preferences->setObject(enabled, u"crashProtection");
         const QByteArray before = readFile(m_path);
-        m_collection->addProject(
-            std::make_shared<Project>(u"Saved"_s, u""_s, 0.0f, 0, 0, 0, -1, u""_s));
-        m_collection->addProject(
-            std::make_shared<Project>(u"Twice"_s, u""_s, 0.0f, 0, 0, 0, -1, u""_s));
+        m_collection->addProject(project(u"Saved"_s));
+        m_collection->addProject(project(u"Twice"_s));
         QSignalSpy saved(m_collection.get(), &ProjectCollection::saved);
         QCoreApplication::processEvents();
         QCOMPARE(m_collection->dataChanged(), !enabled);
@@ -287,7 +252,7 @@ private slots:
     void refusesToOverwriteAnotherProgramsChange() {
         const QByteArray other =
             readFile(m_path).replace("<name>App</name>", "<name>Theirs</name>");
-        writeFile(m_path, other);
+        QVERIFY(writeFile(m_path, other));
         QVERIFY(m_collection->currentFileChangedOnDisk());
         QSignalSpy failed(m_collection.get(), &ProjectCollection::saveFailed);
         const auto result = m_collection->saveCollection(m_path);

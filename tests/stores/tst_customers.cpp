@@ -4,9 +4,9 @@
 #include "stores/CustomerSheet.h"
 #include "stores/CustomerStorage.h"
 #include "stores/KeyedArchiver.h"
+#include "support/Files.h"
 #include "support/PlistScript.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -171,7 +171,6 @@ private slots:
         QTest::newRow("uncheck others, selected hidden")
             << u"011"_s << u"uncheckOthers"_s << 0 << u"000"_s;
     }
-
     void visibility() {
         QFETCH(QString, initial);
         QFETCH(QString, operation);
@@ -263,25 +262,19 @@ for c in (ref(u) for u in root['NS.objects']):
             << QStringList{u"^the customer A had the id -1 and now has 6$"_s,
                            u"^the customer C had the id 5 and now has 7$"_s};
     }
-
     void damagedFile() {
         QFETCH(QByteArray, bytes);
-        QFETCH(QString, customers);
-        QFETCH(int, lastCustomerID);
         QFETCH(QString, error);
         QFETCH(QStringList, log);
-        QFile file(m_storage->customersPath());
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        file.close();
+        QVERIFY(writeFile(m_storage->customersPath(), bytes));
         for (const QString &line : log)
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(line));
         const auto loaded = m_storage->loadCustomers();
         QCOMPARE(loaded.ok, error.isEmpty());
         QCOMPARE(loaded.error, error);
-        QCOMPARE(namesOf(*m_storage), customers);
-        QCOMPARE(m_storage->lastCustomerID(), lastCustomerID);
-        QFile copy(m_storage->customersPath() + u".damaged"_s);
-        QCOMPARE(copy.open(QIODevice::ReadOnly) ? copy.readAll() : QByteArray(),
+        QTEST(namesOf(*m_storage), "customers");
+        QTEST(m_storage->lastCustomerID(), "lastCustomerID");
+        QCOMPARE(readFile(m_storage->customersPath() + u".damaged"_s),
                  error.isEmpty() ? QByteArray() : bytes);
     }
 
@@ -303,7 +296,6 @@ for c in (ref(u) for u in root['NS.objects']):
         QTest::newRow("empty") << u""_s << true << false;
         QTest::newRow("taken") << u"Acme"_s << false << true;
     }
-
     void sheetCreates() {
         QFETCH(QString, name);
         QFETCH(bool, alert);
@@ -381,7 +373,6 @@ for c in (ref(u) for u in root['NS.objects']):
             << card("N:Doe;Jane\n") + card("FN:Bob\n") << u"Bob#2, Jane Doe#1"_s;
         QTest::newRow("none") << QByteArray("N:Doe;Jane\n") << u""_s;
     }
-
     void cardsBecomeCustomers() {
         QFETCH(QByteArray, cards);
         QFETCH(QString, customers);

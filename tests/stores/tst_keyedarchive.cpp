@@ -2,6 +2,7 @@
 #include "stores/KeyedArchiver.h"
 #include "stores/KeyedUnarchiver.h"
 #include "stores/RangeValue.h"
+#include "support/Files.h"
 #include "support/PlistScript.h"
 
 #include <QColor>
@@ -9,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <plist/plist.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -22,21 +25,21 @@ IndexSet twoRanges() {
 
 QVariantMap everyKind() {
     return {
-        {QStringLiteral("bool"), true},
-        {QStringLiteral("int"), qint64(-42)},
-        {QStringLiteral("big"), qint64(1) << 40},
-        {QStringLiteral("real"), 2.5},
-        {QStringLiteral("text"), QStringLiteral("Größe 日本 <&>")},
-        {QStringLiteral("empty"), QStringLiteral("")},
-        {QStringLiteral("data"), QByteArray("\0\x01\xff", 3)},
-        {QStringLiteral("date"), QDateTime::fromMSecsSinceEpoch(1215000000500)},
-        {QStringLiteral("list"), QVariantList{1, QStringLiteral("two"), QVariantList{}}},
-        {QStringLiteral("map"), QVariantMap{{QStringLiteral("k"), 1}}},
-        {QStringLiteral("range"), QVariant::fromValue(RangeValue{10, 10})},
-        {QStringLiteral("one range"), QVariant::fromValue(IndexSet::withIndex(1))},
-        {QStringLiteral("ranges"), QVariant::fromValue(twoRanges())},
-        {QStringLiteral("color"), QColor::fromRgbF(1.0f, 0.5f, 0.25f, 1.0f)},
-        {QStringLiteral("null"), QVariant()},
+        {u"bool"_s, true},
+        {u"int"_s, qint64(-42)},
+        {u"big"_s, qint64(1) << 40},
+        {u"real"_s, 2.5},
+        {u"text"_s, u"Größe 日本 <&>"_s},
+        {u"empty"_s, u""_s},
+        {u"data"_s, QByteArray("\0\x01\xff", 3)},
+        {u"date"_s, QDateTime::fromMSecsSinceEpoch(1215000000500)},
+        {u"list"_s, QVariantList{1, u"two"_s, QVariantList{}}},
+        {u"map"_s, QVariantMap{{u"k"_s, 1}}},
+        {u"range"_s, QVariant::fromValue(RangeValue{10, 10})},
+        {u"one range"_s, QVariant::fromValue(IndexSet::withIndex(1))},
+        {u"ranges"_s, QVariant::fromValue(twoRanges())},
+        {u"color"_s, QColor::fromRgbF(1.0f, 0.5f, 0.25f, 1.0f)},
+        {u"null"_s, QVariant()},
     };
 }
 
@@ -74,6 +77,16 @@ QByteArray classDescription(const char *name) {
            "</string><string>NSObject</string></array></dict>";
 }
 
+// An object whose class description is at the given UID.
+QByteArray object(int classUid, const QByteArray &body) {
+    return "<dict><key>$class</key>" + uid(classUid) + body + "</dict>";
+}
+
+// An archive of one object of the given class.
+QByteArray oneObject(const char *className, const QByteArray &body) {
+    return archiveWith(object(2, body) + classDescription(className));
+}
+
 } // namespace
 
 class TestKeyedArchive : public QObject {
@@ -86,138 +99,98 @@ private slots:
         QVERIFY2(read.ok, qPrintable(read.error));
         const QVariantMap map = read.root.toMap();
         const QVariantMap expected = everyKind();
+        for (auto it = expected.cbegin(); it != expected.cend(); ++it)
+            QCOMPARE(map.value(it.key()), it.value());
         QCOMPARE(map.keys(), expected.keys());
-        for (auto it = expected.cbegin(); it != expected.cend(); ++it) {
-            const QVariant value = map.value(it.key());
-            if (it.value().typeId() == qMetaTypeId<RangeValue>())
-                QCOMPARE(value.value<RangeValue>(), it.value().value<RangeValue>());
-            else if (it.value().typeId() == qMetaTypeId<IndexSet>())
-                QCOMPARE(value.value<IndexSet>(), it.value().value<IndexSet>());
-            else if (it.value().typeId() == QMetaType::QColor)
-                QCOMPARE(value.value<QColor>().rgba64(), it.value().value<QColor>().rgba64());
-            else if (it.value().typeId() == QMetaType::Double)
-                QCOMPARE(value.toDouble(), it.value().toDouble());
-            else if (it.value().typeId() == QMetaType::LongLong)
-                QCOMPARE(value.toLongLong(), it.value().toLongLong());
-            else
-                QCOMPARE(value, it.value());
-        }
         // Binary property lists of the same archive read the same.
         const auto binary = KeyedUnarchiver::unarchive(toBinary(archive), {});
         QVERIFY2(binary.ok, qPrintable(binary.error));
-        QCOMPARE(binary.root.toMap().value(QStringLiteral("text")),
-                 expected.value(QStringLiteral("text")));
-        QCOMPARE(binary.root.toMap().value(QStringLiteral("ranges")).value<IndexSet>(),
-                 twoRanges());
+        QCOMPARE(binary.root, read.root);
     }
 
     void layoutReadByAnotherReader() {
         QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("a.plist"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(KeyedArchiver::archivedData(
-            QVariantList{QStringLiteral("x"), QVariant::fromValue(RangeValue{1, 2})}));
-        file.close();
-        const QString script = QStringLiteral(R"(
+        const QString path = folder.filePath(u"a.plist"_s);
+        QVERIFY(writeFile(path, KeyedArchiver::archivedData(
+                                    QVariantList{u"x"_s, QVariant::fromValue(RangeValue{1, 2})})));
+        const QString script = uR"(
 o = a['$objects']
 print(a['$archiver'], a['$version'], o[0])
 print(cls(root), ref(root['$class'])['$classes'])
 items = [ref(u) for u in root['NS.objects']]
 print(items[0], cls(items[1]), items[1]['NS.rangeval.location'],
       items[1]['NS.rangeval.length'], items[1]['NS.special'])
-)");
+)"_s;
         QCOMPARE(runPlistScript(script, path),
-                 QStringLiteral("NSKeyedArchiver 100000 $null\n"
-                                "NSMutableArray ['NSMutableArray', 'NSArray', 'NSObject']\n"
-                                "x NSValue 1 2 4\n"));
+                 u"NSKeyedArchiver 100000 $null\n"
+                 u"NSMutableArray ['NSMutableArray', 'NSArray', 'NSObject']\n"
+                 u"x NSValue 1 2 4\n"_s);
     }
 
     void readsPlatformEncodings() {
         // As the platform's archiver writes them: mutable strings and data wrapped, a range data
         // blob for an index set of two ranges, a device RGB colour without alpha.
         const QByteArray objects =
-            "<dict><key>$class</key>" + uid(2) + "<key>NS.keys</key><array>" + uid(3) + uid(5) +
-            uid(7) + uid(9) + "</array><key>NS.objects</key><array>" + uid(4) + uid(6) + uid(8) +
-            uid(10) + "</array></dict>" + classDescription("NSDictionary") +
-            "<string>s</string>"
-            "<dict><key>$class</key>" +
-            uid(11) +
-            "<key>NS.string</key><string>wrapped</string></dict>"
-            "<string>set</string>"
-            "<dict><key>$class</key>" +
-            uid(12) +
-            "<key>NSRangeCount</key><integer>2</integer>"
-            "<key>NSRangeData</key><data>AQKAAgM=</data></dict>"
-            "<string>color</string>"
-            "<dict><key>$class</key>" +
-            uid(13) +
-            "<key>NSColorSpace</key><integer>2</integer>"
-            "<key>NSRGB</key><data>MSAwIDAA</data></dict>"
-            "<string>when</string>"
-            "<dict><key>$class</key>" +
-            uid(14) + "<key>NS.time</key><real>0</real></dict>" +
+            object(2, "<key>NS.keys</key><array>" + uid(3) + uid(5) + uid(7) + uid(9) +
+                          "</array><key>NS.objects</key><array>" + uid(4) + uid(6) + uid(8) +
+                          uid(10) + "</array>") +
+            classDescription("NSDictionary") + "<string>s</string>" +
+            object(11, "<key>NS.string</key><string>wrapped</string>") + "<string>set</string>" +
+            object(12, "<key>NSRangeCount</key><integer>2</integer>"
+                       "<key>NSRangeData</key><data>AQKAAgM=</data>") +
+            "<string>color</string>" +
+            object(13, "<key>NSColorSpace</key><integer>2</integer>"
+                       "<key>NSRGB</key><data>MSAwIDAA</data>") +
+            "<string>when</string>" + object(14, "<key>NS.time</key><real>0</real>") +
             classDescription("NSMutableString") + classDescription("NSIndexSet") +
             classDescription("NSColor") + classDescription("NSDate");
         const auto read = KeyedUnarchiver::unarchive(archiveWith(objects), {});
         QVERIFY2(read.ok, qPrintable(read.error));
-        const QVariantMap map = read.root.toMap();
-        QCOMPARE(map.value(QStringLiteral("s")).toString(), QStringLiteral("wrapped"));
-        IndexSet expected;
-        expected.addIndexesInRange(1, 2);
-        expected.addIndexesInRange(256, 3);
-        QCOMPARE(map.value(QStringLiteral("set")).value<IndexSet>(), expected);
-        QCOMPARE(map.value(QStringLiteral("color")).value<QColor>(), QColor(Qt::red));
-        QCOMPARE(map.value(QStringLiteral("when")).toDateTime(),
-                 QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC));
+        IndexSet set;
+        set.addIndexesInRange(1, 2);
+        set.addIndexesInRange(256, 3);
+        QCOMPARE(read.root, QVariant(QVariantMap{
+                                {u"s"_s, u"wrapped"_s},
+                                {u"set"_s, QVariant::fromValue(set)},
+                                {u"color"_s, QColor(Qt::red)},
+                                {u"when"_s, QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC)}}));
     }
 
     void rejectsDamagedArchives_data() {
         QTest::addColumn<QByteArray>("archive");
         QTest::addColumn<QString>("error");
         const QByteArray good = KeyedArchiver::archivedData(QVariantList{1, 2});
-        QTest::newRow("empty") << QByteArray()
-                               << QStringLiteral("The data is not a property list.");
+        QTest::newRow("empty") << QByteArray() << u"The data is not a property list."_s;
         QTest::newRow("truncated")
-            << good.left(good.size() / 2) << QStringLiteral("The data is not a property list.");
+            << good.left(good.size() / 2) << u"The data is not a property list."_s;
         QTest::newRow("other plist") << QByteArray("<plist version=\"1.0\"><array/></plist>")
-                                     << QStringLiteral("The property list is not a keyed archive.");
-        QTest::newRow("root outside")
-            << archiveWith("<string>a</string>", "9")
-            << QStringLiteral("Reference 9 points outside the archive's 2 objects.");
-        QTest::newRow("cycle") << archiveWith("<dict><key>$class</key>" + uid(2) +
-                                              "<key>NS.objects</key><array>" + uid(1) +
-                                              "</array></dict>" + classDescription("NSArray"))
-                               << QStringLiteral("Object 1 refers to itself.");
+                                     << u"The property list is not a keyed archive."_s;
+        QTest::newRow("root outside") << archiveWith("<string>a</string>", "9")
+                                      << u"Reference 9 points outside the archive's 2 objects."_s;
+        QTest::newRow("cycle") << oneObject("NSArray",
+                                            "<key>NS.objects</key><array>" + uid(1) + "</array>")
+                               << u"Object 1 refers to itself."_s;
         QTest::newRow("huge range count")
-            << archiveWith("<dict><key>$class</key>" + uid(2) +
-                           "<key>NSRangeCount</key><integer>4000000000</integer>"
-                           "<key>NSRangeData</key><data>AQI=</data></dict>" +
-                           classDescription("NSIndexSet"))
-            << QStringLiteral("An index set claims 4000000000 ranges but holds 2 numbers.");
+            << oneObject("NSIndexSet", "<key>NSRangeCount</key><integer>4000000000</integer>"
+                                       "<key>NSRangeData</key><data>AQI=</data>")
+            << u"An index set claims 4000000000 ranges but holds 2 numbers."_s;
         QTest::newRow("unpaired dictionary")
-            << archiveWith("<dict><key>$class</key>" + uid(2) + "<key>NS.keys</key><array>" +
-                           uid(0) + "</array><key>NS.objects</key><array/></dict>" +
-                           classDescription("NSDictionary"))
-            << QStringLiteral("The dictionary object 1 has keys and values that do not pair.");
+            << oneObject("NSDictionary", "<key>NS.keys</key><array>" + uid(0) +
+                                             "</array><key>NS.objects</key><array/>")
+            << u"The dictionary object 1 has keys and values that do not pair."_s;
         QTest::newRow("reference of the wrong kind")
-            << archiveWith("<dict><key>$class</key>" + uid(2) +
-                           "<key>NS.objects</key><array><string>x</string></array></dict>" +
-                           classDescription("NSArray"))
-            << QStringLiteral("An object reference is not a reference.");
+            << oneObject("NSArray", "<key>NS.objects</key><array><string>x</string></array>")
+            << u"An object reference is not a reference."_s;
         QTest::newRow("unknown class")
-            << archiveWith("<dict><key>$class</key>" + uid(2) + "</dict>" +
-                           classDescription("NSWindow"))
-            << QStringLiteral("Object 1 is of the unknown class \"NSWindow\".");
+            << oneObject("NSWindow", {}) << u"Object 1 is of the unknown class \"NSWindow\"."_s;
         QTest::newRow("class missing")
             << archiveWith("<dict><key>a</key><integer>1</integer></dict>")
-            << QStringLiteral("Object 1 has no class.");
+            << u"Object 1 has no class."_s;
     }
-
     void rejectsDamagedArchives() {
         QFETCH(QByteArray, archive);
         QFETCH(QString, error);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("rejected")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"rejected"_s));
         const auto read = KeyedUnarchiver::unarchive(archive, {});
         QVERIFY(!read.ok);
         QCOMPARE(read.error, error);
