@@ -1,6 +1,7 @@
 #include "ProjectTotalsWindow.h"
 #include "model/HelpFunctions.h"
 #include "platform/VersionMigration.h"
+#include "render/WebEngineSetup.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -8,6 +9,7 @@
 int main(int argc, char *argv[]) {
     // The previous version's preferences and support folder come over before anything reads them.
     VersionMigration::migrate(VersionMigration::defaultPaths());
+    WebEngineSetup::prepareProcess();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Hourfold"));
     QApplication::setOrganizationName(QStringLiteral("Hourfold"));

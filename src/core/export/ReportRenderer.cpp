@@ -1,0 +1,3 @@
+#include "ReportRenderer.h"
+
+ReportRenderer::~ReportRenderer() = default;
