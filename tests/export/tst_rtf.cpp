@@ -1,7 +1,6 @@
 #include "core/ModelFixtures.h"
 #include "export/RTFExporter.h"
 #include "export/RtfWriter.h"
-#include "export/ScratchFolder.h"
 #include "model/LocalTimeFormat.h"
 #include "model/ProjectCollection.h"
 #include "platform/CurrencyFormatter.h"
@@ -188,22 +187,6 @@ private slots:
             QVERIFY2(parsed.text.contains(text), qPrintable(text));
         QCOMPARE(QFileInfo(folder.filePath(u"scratch"_s)).permissions() & 0x0077, 0);
         QVERIFY(QFile::exists(folder.filePath(u"scratch/images/checked.png"_s)));
-    }
-
-    void refusesForeignScratchFolders() {
-        QTemporaryDir folder;
-        const QString open = folder.filePath(u"open"_s);
-        QVERIFY(QDir().mkdir(open));
-        QVERIFY(QFile::setPermissions(open, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
-                                                QFile::ReadOther | QFile::ExeOther));
-        QVERIFY(!ScratchFolder::ensure(open).ok);
-        const QString link = folder.filePath(u"link"_s);
-        QVERIFY(QDir().mkdir(folder.filePath(u"private"_s),
-                             QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-        QVERIFY(QFile::link(folder.filePath(u"private"_s), link));
-        QVERIFY(!ScratchFolder::ensure(link).ok);
-        QVERIFY(ScratchFolder::ensure(folder.filePath(u"private"_s)).ok);
-        QVERIFY(ScratchFolder::path().startsWith(QDir::tempPath() + u"/hfexport-"));
     }
 
     void logsAFailedWrite() {

@@ -3,8 +3,8 @@
 #include "../Logging.h"
 #include "../platform/AtomicFile.h"
 #include "HTMLExporter.h"
+#include "ReportScratchFolder.h"
 #include "RtfWriter.h"
-#include "ScratchFolder.h"
 
 #include <QFile>
 #include <QTextDocument>
@@ -13,13 +13,14 @@
 RTFExporter::RTFExporter(const QString &stylePath, const CustomerStorage *customers)
     : m_templateName(stylePath)
     , m_customers(customers)
-    , m_scratchFolder(ScratchFolder::path()) {}
+    , m_scratchFolder(ReportScratchFolder::defaultPath()) {}
 
 Exporter::Result RTFExporter::exportProjects(const QStringList &projectNames,
                                              const QList<bool> &projectFields,
                                              const QList<bool> &entryFields, const QString &path,
                                              bool applyFilter, const QString &encoding) {
-    const ScratchFolder::Result scratch = ScratchFolder::ensure(m_scratchFolder);
+    // A fresh folder: style sheets and images are always the style's own.
+    const ReportScratchFolder::Result scratch = ReportScratchFolder::recreate(m_scratchFolder);
     if (!scratch.ok)
         return {false, scratch.error};
     HTMLExporter html(m_templateName, m_customers);
