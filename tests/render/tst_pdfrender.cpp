@@ -1,4 +1,8 @@
+#include "export/PDFExporter.h"
+#include "model/Entry.h"
+#include "model/ProjectCollection.h"
 #include "platform/AtomicFile.h"
+#include "platform/Preferences.h"
 #include "render/WebEngineReportRenderer.h"
 #include "render/WebEngineSetup.h"
 
@@ -26,6 +30,7 @@ private slots:
     void pagesHaveTheMarginsAndPaperSize();
     void printingGoesToThePrinter();
     void missingReportFails();
+    void exportsAStyledReport();
 
 private:
     static QByteArray runBytes(const QString &program, const QStringList &arguments);
@@ -188,6 +193,32 @@ void TstPdfRender::missingReportFails() {
     QVERIFY(!result.ok);
     QVERIFY(result.pdf.isEmpty());
     QVERIFY(result.error.contains(empty.path()));
+}
+
+void TstPdfRender::exportsAStyledReport() {
+    Preferences preferences(m_folder.filePath(QStringLiteral("p.conf")));
+    ProjectCollection collection(preferences);
+    auto project = std::make_shared<Project>(QStringLiteral("Harbour website"), QString(), 80.0f, 0,
+                                             0, 0, -1, QString());
+    auto entry = std::make_shared<Entry>();
+    entry->setDate(QStringLiteral("02.11.2026"));
+    entry->setTime(150);
+    entry->setComment(QStringLiteral("Navigation redesign"));
+    project->addEntry(entry);
+    collection.addProject(project);
+
+    PDFExporter exporter(QStringLiteral(HOURFOLD_RESOURCE_DIR "/Styles/Simple.hfstyle"), nullptr,
+                         m_renderer);
+    exporter.setProjectCollection(&collection);
+    exporter.setScratchFolder(m_folder.filePath(QStringLiteral("scratch")));
+    const QString path = m_folder.filePath(QStringLiteral("styled.pdf"));
+    const Exporter::Result result = exporter.exportProjects({QStringLiteral("Harbour website")}, {},
+                                                            {}, path, false, QString());
+    QVERIFY2(result.ok, qPrintable(result.error));
+    const QString text = run(QStringLiteral("pdftotext"), {path, QStringLiteral("-")});
+    QVERIFY2(text.contains(QStringLiteral("Harbour website")), qPrintable(text));
+    QVERIFY(text.contains(QStringLiteral("Navigation redesign")));
+    QVERIFY(text.contains(QStringLiteral("02:30")));
 }
 
 int main(int argc, char *argv[]) {
