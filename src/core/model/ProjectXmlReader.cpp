@@ -15,6 +15,7 @@
 #include <libxml/parserInternals.h>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -147,6 +148,66 @@ template <typename Use> auto utf16(const std::string &text, Use use) {
     return use(QStringView(fromUtf8(text)));
 }
 
+// Dates, clock times and tags repeat all through a file: each distinct short text becomes a QString
+// once, and every field with that text shares it (implicitly). That saves an allocation and a
+// conversion per field, and the memory of the copies. Open addressing over a power-of-two table
+// that grows up to a limit; past it, texts are simply not pooled.
+class TextPool {
+public:
+    QString text(const std::string &bytes) {
+        if (bytes.empty() || bytes.size() > maxLength)
+            return fromUtf8(bytes);
+        const bool mayAdd = m_used * 2 < m_slots.size() || grow();
+        Slot &slot = find(bytes);
+        if (!slot.text.isNull())
+            return slot.text;
+        QString text = fromUtf8(bytes);
+        if (mayAdd) {
+            slot.bytes = bytes;
+            slot.text = text;
+            ++m_used;
+        }
+        return text;
+    }
+
+private:
+    struct Slot {
+        std::string bytes;
+        QString text; // null while the slot is free
+    };
+
+    static constexpr size_t maxLength = 64;
+    static constexpr size_t maxSlots = size_t(1) << 17;
+
+    // The slot holding the bytes, or the free slot where they belong.
+    Slot &find(const std::string &bytes) {
+        std::uint64_t hash = 0xcbf29ce484222325u; // FNV-1a
+        for (const char c : bytes)
+            hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3u;
+        const size_t mask = m_slots.size() - 1;
+        for (size_t i = size_t(hash) & mask;; i = (i + 1) & mask) {
+            Slot &slot = m_slots[i];
+            if (slot.text.isNull() || slot.bytes == bytes)
+                return slot;
+        }
+    }
+
+    bool grow() {
+        if (m_slots.size() >= maxSlots)
+            return false;
+        std::vector<Slot> old =
+            std::exchange(m_slots, std::vector<Slot>(m_slots.empty() ? 1024 : m_slots.size() * 2));
+        for (Slot &slot : old) {
+            if (!slot.text.isNull())
+                find(slot.bytes) = std::move(slot);
+        }
+        return true;
+    }
+
+    std::vector<Slot> m_slots;
+    size_t m_used = 0;
+};
+
 struct PauseBuilder {
     Raw from;
     Raw to;
@@ -262,6 +323,11 @@ private:
             }
         }
         return tagOf(localname);
+    }
+
+    void setOnceShared(Text &field) {
+        if (!field)
+            field = m_shared.text(m_text);
     }
 
     void stop() {
@@ -383,13 +449,13 @@ private:
             const Tag group = m_stack[3];
             const Tag side = m_stack[4];
             if (group == Period && side == From && tag == Date)
-                setOnce(m_entry->fromDate, m_text);
+                setOnceShared(m_entry->fromDate);
             else if (group == Period && side == From && tag == Time)
-                setOnce(m_entry->fromTime, m_text);
+                setOnceShared(m_entry->fromTime);
             else if (group == Period && side == To && tag == Date)
-                setOnce(m_entry->toDate, m_text);
+                setOnceShared(m_entry->toDate);
             else if (group == Period && side == To && tag == Time)
-                setOnce(m_entry->toTime, m_text);
+                setOnceShared(m_entry->toTime);
             else if (group == Pause && side == PauseEntryTag && m_pause && tag == From)
                 setOnce(m_pause->from, m_text);
             else if (group == Pause && side == PauseEntryTag && m_pause && tag == To)
@@ -434,7 +500,7 @@ private:
             setOnce(m_entry->working, m_text);
             break;
         case Day:
-            setOnce(m_entry->day, m_text);
+            setOnceShared(m_entry->day);
             break;
         case Time:
             setOnce(m_entry->time, m_text);
@@ -446,7 +512,7 @@ private:
             setOnce(m_entry->comment, m_text);
             break;
         case Tags:
-            setOnce(m_entry->tags, m_text);
+            setOnceShared(m_entry->tags);
             break;
         default:
             break;
@@ -456,7 +522,7 @@ private:
     void feeChild(Tag tag) {
         switch (tag) {
         case Day:
-            setOnce(m_fee->day, m_text);
+            setOnceShared(m_fee->day);
             break;
         case Amount:
             setOnce(m_fee->amount, m_text);
@@ -468,7 +534,7 @@ private:
             setOnce(m_fee->comment, m_text);
             break;
         case Tags:
-            setOnce(m_fee->tags, m_text);
+            setOnceShared(m_fee->tags);
             break;
         default:
             break;
@@ -661,6 +727,7 @@ private:
     std::array<std::pair<const xmlChar *, Tag>, 1u << tagTableBits> m_tags{};
     std::vector<Tag> m_stack;
     std::string m_text;
+    TextPool m_shared;
     int m_projectIndex = 0;
     std::optional<ProjectBuilder> m_project;
     std::optional<EntryBuilder> m_entry;
