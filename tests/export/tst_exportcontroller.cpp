@@ -213,6 +213,9 @@ private slots:
 
     void defaults() {
         QCOMPARE(m_controller->encoding(), u"macintosh"_s);
+        QCOMPARE(m_controller->textDelimiter(), u"\""_s);
+        QCOMPARE(m_controller->fieldDelimiter(), u","_s);
+        QCOMPARE(m_controller->lineEnding(), u"\n"_s);
         QVERIFY(ExportController::encodings().contains(u"macintosh"_s));
         QStringList endings;
         for (const auto &ending : ExportController::lineEndings())
@@ -241,8 +244,25 @@ private slots:
         QVERIFY(written.contains("'Other'"));
         QVERIFY(!written.contains("'Website'"));
         QCOMPARE(m_preferences.stringForKey(u"exportStartingDirectory"), target);
-        QCOMPARE(progress.size(), 2);
-        QCOMPARE(progress.last(), (QVariantList{3, 3}));
+        QCOMPARE(static_cast<const QList<QVariantList> &>(progress),
+                 (QList<QVariantList>{{1, 3}, {2, 3}, {3, 3}}));
+    }
+
+    void progressPerProject_data() {
+        QTest::addColumn<int>("format");
+        QTest::newRow("CSV") << int(ExportController::Csv);
+        QTest::newRow("Text") << int(ExportController::Text);
+    }
+
+    void progressPerProject() {
+        QFETCH(int, format);
+        m_controller->setFormat(format);
+        m_controller->setChecked(1, false);
+        QSignalSpy progress(m_controller.get(), &ExportController::progress);
+        QVERIFY(m_controller->exportTo(m_folder->filePath(u"report"_s)).ok);
+        QCOMPARE(static_cast<const QList<QVariantList> &>(progress),
+                 (QList<QVariantList>{{1, 3}, {2, 3}, {3, 3}}));
+        QVERIFY(readFile(m_folder->filePath(u"report"_s)).contains("Misc"));
     }
 
     void pdfWithoutRendererFails() {

@@ -84,6 +84,14 @@ const QStringList &ExportController::encodings() {
     return TextEncodings::availableNames();
 }
 
+QStringList ExportController::textDelimiterItems() {
+    return {u"\""_s, u"'"_s};
+}
+
+QStringList ExportController::fieldDelimiterItems() {
+    return {u","_s, u";"_s, u"{tab}"_s, u"{space}"_s, u"|"_s};
+}
+
 QString ExportController::textDelimiterFromText(const QString &text) {
     return text.left(1);
 }
@@ -211,12 +219,9 @@ Exporter::Result ExportController::exportTo(const QString &path) {
     if (!exporter)
         return {false, error};
     exporter->setProjectCollection(&m_collection);
-    const QStringList names = checkedProjectNames();
-    emit progress(0, int(names.size()));
-    const Exporter::Result result = exporter->exportProjects(names, m_projectFields, m_entryFields,
-                                                             path, m_applyFilter, m_encoding);
-    emit progress(int(names.size()), int(names.size()));
-    return result;
+    exporter->setProgressHandler([this](int done, int total) { emit progress(done, total); });
+    return exporter->exportProjects(checkedProjectNames(), m_projectFields, m_entryFields, path,
+                                    m_applyFilter, m_encoding);
 }
 
 int ExportController::alert(const QString &message, const QString &information,

@@ -67,9 +67,14 @@ public:
     QString encoding() const { return m_encoding; }
     void setEncoding(const QString &encoding) { m_encoding = encoding; }
 
+    // The items the delimiter fields offer; the first one of each is the preset text.
+    static QStringList textDelimiterItems();
+    static QStringList fieldDelimiterItems();
     // What the exporter gets from the texts typed into the delimiter fields.
     static QString textDelimiterFromText(const QString &text);
     static QString fieldDelimiterFromText(const QString &text);
+    QString textDelimiterText() const { return m_textDelimiterText; }
+    QString fieldDelimiterText() const { return m_fieldDelimiterText; }
     void setTextDelimiterText(const QString &text) { m_textDelimiterText = text; }
     void setFieldDelimiterText(const QString &text) { m_fieldDelimiterText = text; }
     QString textDelimiter() const { return textDelimiterFromText(m_textDelimiterText); }
@@ -112,6 +117,7 @@ public:
     int addStyles(const QStringList &paths);
 
 signals:
+    // After each project has been put into the report of exportTo().
     void progress(int done, int total);
     // The user's styles folder changed: the style chooser is refilled.
     void stylesChanged();
@@ -130,8 +136,8 @@ private:
     int m_format = Pdf;
     QHash<int, QString> m_stylePaths;
     QString m_encoding;
-    QString m_textDelimiterText = QStringLiteral("\"");
-    QString m_fieldDelimiterText = QStringLiteral(",");
+    QString m_textDelimiterText = textDelimiterItems().constFirst();
+    QString m_fieldDelimiterText = fieldDelimiterItems().constFirst();
     int m_lineEndingTag = 0;
     int m_customer = allProjectsTag;
     QStringList m_projectNames;
