@@ -265,6 +265,27 @@ private slots:
         QVERIFY(readFile(m_folder->filePath(u"report"_s)).contains("Misc"));
     }
 
+    void htmlExportWithChosenStyle() {
+        const auto offered = ExportController::styles();
+        QVERIFY(offered.size() >= 2);
+        m_controller->setFormat(ExportController::Html);
+        QCOMPARE(m_controller->stylePath(), offered.first().path);
+        m_controller->setStylePath(offered.last().path);
+        m_controller->setFormat(ExportController::Rtf);
+        QCOMPARE(m_controller->stylePath(), offered.first().path);
+        m_controller->setStylePath(m_folder->filePath(u"Gone.hfstyle"_s));
+        QCOMPARE(m_controller->stylePath(), offered.first().path);
+        m_controller->setFormat(ExportController::Html);
+        QCOMPARE(m_controller->stylePath(), offered.last().path);
+
+        const QString target = m_folder->filePath(u"site"_s);
+        QVERIFY(QDir().mkdir(target));
+        const auto result = m_controller->exportTo(target);
+        QVERIFY2(result.ok, qPrintable(result.error));
+        QVERIFY(readFile(target + u"/report.html"_s).contains("Website"));
+        QCOMPARE(m_preferences.stringForKey(u"exportStartingDirectory"), m_folder->path());
+    }
+
     void pdfWithoutRendererFails() {
         m_controller->setFormat(ExportController::Pdf);
         const auto result = m_controller->exportTo(m_folder->filePath(u"report.pdf"_s));
