@@ -199,7 +199,9 @@ Exporter::Result CSVExporter::exportProjects(const QStringList &projectNames,
     const QString &le = m_lineEnding;
     QString csv;
     EntryTexts texts;
-    for (const auto &project : selectedProjects(projectNames, applyFilter)) {
+    const ProjectList projects = selectedProjects(projectNames, applyFilter);
+    int done = 0;
+    for (const auto &project : projects) {
         QString entries = getHeadlineOfEntryFields(entryFields);
         QString fees = getHeadlineOfFlatFeeEntryFields(entryFields);
         int filteredTotal = 0;
@@ -217,6 +219,7 @@ Exporter::Result CSVExporter::exportProjects(const QStringList &projectNames,
         appendProjectValues(csv, *project, filteredTotal, applyFilter, projectFields);
         csv += le + entries + le + fees + le + le;
         csv.chop(1);
+        reportProgress(++done, projects.size());
     }
     csv += le;
 

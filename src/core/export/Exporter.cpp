@@ -91,7 +91,9 @@ Exporter::Result Exporter::exportProjects(const QStringList &projectNames,
                                           bool applyFilter, const QString &encoding) {
     QString report;
     EntryTexts texts;
-    for (const auto &project : selectedProjects(projectNames, applyFilter)) {
+    const ProjectList projects = selectedProjects(projectNames, applyFilter);
+    int done = 0;
+    for (const auto &project : projects) {
         QString entries;
         int filteredTotal = 0;
         for (const auto &item : project->entries()) {
@@ -118,6 +120,7 @@ Exporter::Result Exporter::exportProjects(const QStringList &projectNames,
         if (chosen(projectFields, ProjectDescription) && !project->description().isEmpty())
             report += u'\n' + project->description();
         report += u"\n\n" + entries + u'\n' + QString(73, u'-') + u"\n\n";
+        reportProgress(++done, projects.size());
     }
 
     const auto bytes = TextEncodings::encode(report, encoding, TextEncodings::Conversion::Lossy);

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QList>
 #include <QStringList>
+#include <functional>
 
 class EntryTexts;
 class ProjectCollection;
@@ -34,6 +35,11 @@ public:
     void setProjectCollection(ProjectCollection *collection) { m_projectCollection = collection; }
     ProjectCollection *projectCollection() const { return m_projectCollection; }
 
+    // Called after each project has been put into the report, with how many are done of how many.
+    using ProgressHandler = std::function<void(int done, int total)>;
+    void setProgressHandler(ProgressHandler handler) { m_progressHandler = std::move(handler); }
+    const ProgressHandler &progressHandler() const { return m_progressHandler; }
+
     // Writes every project whose name is among the names (so same-named projects all go), in
     // the collection's order. With applyFilter, projects and entries the current filter hides are
     // left out. The encoding is any name or alias of TextEncodings.
@@ -42,6 +48,10 @@ public:
                                   bool applyFilter, const QString &encoding);
 
 protected:
+    void reportProgress(int done, qsizetype total) const {
+        if (m_progressHandler)
+            m_progressHandler(done, int(total));
+    }
     ProjectList selectedProjects(const QStringList &projectNames, bool applyFilter) const;
     bool isLeftOut(const ProjectItem &item, bool applyFilter) const;
     // "%02d:%02d" of the hours and minutes.
@@ -56,4 +66,5 @@ private:
                       EntryTexts &texts) const;
 
     ProjectCollection *m_projectCollection = nullptr;
+    ProgressHandler m_progressHandler;
 };

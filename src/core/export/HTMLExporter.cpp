@@ -188,8 +188,12 @@ Exporter::Result HTMLExporter::exportProjects(const QStringList &projectNames, c
     copyStyleFiles(path);
     QString projects;
     EntryTexts texts;
-    for (const auto &project : selectedProjects(projectNames, applyFilter))
+    const ProjectList selected = selectedProjects(projectNames, applyFilter);
+    int done = 0;
+    for (const auto &project : selected) {
         projects += getHTMLBlockForProject(*project, applyFilter, path, texts) + u'\n';
+        reportProgress(++done, selected.size());
+    }
     QString report = m_fileTemplate;
     report.replace(u"%projects%"_s, projects);
     report.replace(u"%datestring%"_s, LocaleFormat::formatDate(Clock::now().date(), 3));

@@ -22,6 +22,7 @@ Exporter::Result PDFExporter::exportProjects(const QStringList &projectNames,
         return {false, scratch.error};
     HTMLExporter html(m_templateName, m_customers);
     html.setProjectCollection(projectCollection());
+    html.setProgressHandler(progressHandler());
     const Result report = html.exportProjects(projectNames, projectFields, entryFields,
                                               m_scratchFolder, applyFilter, encoding);
     if (!report.ok)

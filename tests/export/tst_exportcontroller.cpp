@@ -1,0 +1,406 @@
+#include "export/ExportController.h"
+#include "export/HTMLStyles.h"
+#include "model/ProjectCollection.h"
+#include "platform/Preferences.h"
+#include "platform/UserAlerts.h"
+#include "stores/CustomerStorage.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString stylesShown = u"~/.qttest/share/Hourfold3/Styles"_s;
+
+class RecordingAlerts : public UserAlerts {
+public:
+    void beep() override {}
+    int runModal(const Alert &alert) override {
+        alerts.append(alert);
+        return answer;
+    }
+    // "message|information|buttons" of each alert; all must be critical.
+    QStringList texts() const {
+        QStringList result;
+        for (const Alert &alert : alerts) {
+            result.append(alert.style == Style::Critical
+                              ? alert.message + u'|' + alert.informativeText + u'|' +
+                                    alert.buttons.join(u',')
+                              : u"not critical"_s);
+        }
+        return result;
+    }
+    int answer = firstButton;
+    QList<Alert> alerts;
+};
+
+bool writeFile(const QString &path, const QByteArray &data) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(data) == data.size();
+}
+
+QByteArray readFile(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestExportController : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() {
+        qputenv("HOME", QFile::encodeName(m_home.path()));
+        QStandardPaths::setTestModeEnabled(true);
+        Preferences::setShared(&m_preferences);
+    }
+
+    void cleanupTestCase() { Preferences::setShared(nullptr); }
+
+    void init() {
+        QDir(HTMLStyles::userStylesFolder()).removeRecursively();
+        QFile::remove(HTMLStyles::userStylesFolder());
+        m_preferences.removeObjectForKey(u"exportStartingDirectory");
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_collection = std::make_unique<ProjectCollection>(m_preferences);
+        m_customers = std::make_unique<CustomerStorage>(m_folder->filePath(u"customers.plist"_s),
+                                                        *m_collection, m_preferences);
+        m_collection->setCustomerDirectory(m_customers.get());
+        for (const QString &name : {u"Beta"_s, u"Acme"_s, u"Cedar"_s}) {
+            auto customer = std::make_shared<Customer>();
+            customer->setName(name);
+            m_ids[name] = m_customers->addCustomer(customer);
+        }
+        const QList<std::pair<QString, int>> projects{{u"Website"_s, m_ids[u"Acme"_s]},
+                                                      {u"Other"_s, -1},
+                                                      {u"Internal"_s, m_ids[u"Beta"_s]},
+                                                      {u"Misc"_s, -1}};
+        for (const auto &[name, customer] : projects) {
+            m_collection->addProject(
+                std::make_shared<Project>(name, u""_s, 10.0f, 0, 0, 0, customer, u""_s));
+        }
+        m_alerts = RecordingAlerts();
+        m_controller = std::make_unique<ExportController>(*m_collection, m_customers.get(),
+                                                          m_preferences, m_alerts, nullptr);
+    }
+
+    void customerChoices() {
+        QStringList choices;
+        for (const auto &choice : m_controller->customerChoices())
+            choices.append(choice.separator ? u"-"_s
+                                            : choice.title + u'#' + QString::number(choice.tag));
+        QCOMPARE(choices, (QStringList{u"All projects#-99"_s, u"Unassigned projects#-1"_s, u"-"_s,
+                                       u"Acme#%1"_s.arg(m_ids[u"Acme"_s]),
+                                       u"Beta#%1"_s.arg(m_ids[u"Beta"_s]),
+                                       u"Cedar#%1"_s.arg(m_ids[u"Cedar"_s])}));
+    }
+
+    void projectsOfCustomer_data() {
+        QTest::addColumn<QString>("customer");
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("all") << u"all"_s
+                             << QStringList{u"Website"_s, u"Other"_s, u"Internal"_s, u"Misc"_s};
+        QTest::newRow("unassigned") << u"none"_s << QStringList{u"Other"_s, u"Misc"_s};
+        QTest::newRow("one customer") << u"Beta"_s << QStringList{u"Internal"_s};
+        QTest::newRow("customer without projects") << u"Cedar"_s << QStringList();
+    }
+
+    void projectsOfCustomer() {
+        QFETCH(QString, customer);
+        QFETCH(QStringList, names);
+        m_controller->selectNone();
+        m_controller->setCustomer(tagOf(customer));
+        QCOMPARE(m_controller->projectNames(), names);
+        QCOMPARE(m_controller->checkStates(), QList<bool>(names.size(), true));
+        QCOMPARE(m_controller->checkedProjectNames(), names);
+    }
+
+    void refusesWithoutCheckedProject_data() {
+        QTest::addColumn<QString>("customer");
+        QTest::addColumn<QString>("selection");
+        QTest::newRow("none selected") << u"all"_s << u"none"_s;
+        QTest::newRow("all inverted") << u"all"_s << u"invert"_s;
+        QTest::newRow("each unchecked") << u"none"_s << u"each"_s;
+        QTest::newRow("customer without projects") << u"Cedar"_s << u"all"_s;
+    }
+
+    void refusesWithoutCheckedProject() {
+        QFETCH(QString, customer);
+        QFETCH(QString, selection);
+        m_controller->setCustomer(tagOf(customer));
+        if (selection == u"none")
+            m_controller->selectNone();
+        else if (selection == u"invert")
+            m_controller->invertSelection();
+        else if (selection == u"each")
+            for (int row = 0; row < m_controller->projectNames().size(); ++row)
+                m_controller->setChecked(row, false);
+        else
+            m_controller->selectAll();
+        QVERIFY(!m_controller->canExport());
+        QCOMPARE(
+            m_alerts.texts(),
+            QStringList{u"No project selected.|At least one project has to be selected.|OK"_s});
+    }
+
+    void oneCheckedProjectSuffices() {
+        m_controller->selectNone();
+        m_controller->invertSelection();
+        m_controller->invertSelection();
+        m_controller->setChecked(3, true);
+        QVERIFY(m_controller->canExport());
+        QCOMPARE(m_controller->checkedProjectNames(), QStringList{u"Misc"_s});
+        QVERIFY(m_alerts.alerts.isEmpty());
+    }
+
+    void delimiters_data() {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("textDelimiter");
+        QTest::addColumn<QString>("fieldDelimiter");
+        QTest::newRow("empty") << u""_s << u""_s << u""_s;
+        QTest::newRow("one character") << u";"_s << u";"_s << u";"_s;
+        QTest::newRow("several cut") << u"|;,"_s << u"|"_s << u"|"_s;
+        QTest::newRow("tab") << u"{tab}"_s << u"{"_s << u"\t"_s;
+        QTest::newRow("space") << u"{space}"_s << u"{"_s << u" "_s;
+        QTest::newRow("tab not whole") << u"{tab} "_s << u"{"_s << u"{"_s;
+        QTest::newRow("space other case") << u"{Space}"_s << u"{"_s << u"{"_s;
+    }
+
+    void delimiters() {
+        QFETCH(QString, typed);
+        QFETCH(QString, textDelimiter);
+        QFETCH(QString, fieldDelimiter);
+        m_controller->setTextDelimiterText(typed);
+        m_controller->setFieldDelimiterText(typed);
+        QCOMPARE(m_controller->textDelimiter(), textDelimiter);
+        QCOMPARE(m_controller->fieldDelimiter(), fieldDelimiter);
+    }
+
+    void formatsAndDestination_data() {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<bool>("folder");
+        QTest::addColumn<QString>("fileType");
+        QTest::addColumn<bool>("fieldChoices");
+        QTest::newRow("PDF") << 0 << false << u"pdf"_s << false;
+        QTest::newRow("HTML") << 1 << true << u""_s << false;
+        QTest::newRow("RTF") << 2 << false << u"rtf"_s << false;
+        QTest::newRow("CSV") << 3 << false << u"csv"_s << true;
+        QTest::newRow("Text") << 4 << false << u"txt"_s << true;
+    }
+
+    void formatsAndDestination() {
+        QFETCH(int, format);
+        QFETCH(bool, folder);
+        QFETCH(QString, fileType);
+        QFETCH(bool, fieldChoices);
+        m_controller->setFormat(format);
+        QCOMPARE(ExportController::showsFieldChoices(format), fieldChoices);
+        auto destination = m_controller->destination();
+        QCOMPARE(destination.chooseFolder, folder);
+        QCOMPARE(destination.fileType, fileType);
+        QCOMPARE(destination.prompt, folder ? u"Choose folder"_s : QString());
+        QCOMPARE(destination.startDirectory, m_home.path());
+        m_preferences.setObject(m_folder->path(), u"exportStartingDirectory");
+        QCOMPARE(m_controller->destination().startDirectory, m_folder->path());
+    }
+
+    void defaults() {
+        QCOMPARE(m_controller->encoding(), u"macintosh"_s);
+        QCOMPARE(m_controller->textDelimiter(), u"\""_s);
+        QCOMPARE(m_controller->fieldDelimiter(), u","_s);
+        QCOMPARE(m_controller->lineEnding(), u"\n"_s);
+        QVERIFY(ExportController::encodings().contains(u"macintosh"_s));
+        QStringList endings;
+        for (const auto &ending : ExportController::lineEndings())
+            endings.append(ending.title + u'#' + QString::number(ending.tag) + u'#' +
+                           QString::fromLatin1(ending.value.toLatin1().toHex()));
+        QCOMPARE(endings, (QStringList{u"Unix - Mac OS X (LF)#0#0a"_s, u"Mac (CR)#1#0d"_s,
+                                       u"Windows (CRLF)#2#0d0a"_s}));
+    }
+
+    void csvExport() {
+        m_controller->setFormat(ExportController::Csv);
+        m_controller->setCustomer(tagOf(u"all"_s));
+        m_controller->setChecked(0, false);
+        m_controller->setProjectFields({true, false, false, true, false});
+        m_controller->setEntryFields({false, false, false, false, false});
+        m_controller->setTextDelimiterText(u"'x"_s);
+        m_controller->setFieldDelimiterText(u"{tab}"_s);
+        m_controller->setLineEndingTag(2);
+        const QString target = m_folder->filePath(u"out"_s);
+        QVERIFY(QDir().mkdir(target));
+        QSignalSpy progress(m_controller.get(), &ExportController::progress);
+        const auto result = m_controller->exportTo(target + u"/report.csv");
+        QVERIFY2(result.ok, qPrintable(result.error));
+        const QByteArray written = readFile(target + u"/report.csv");
+        QCOMPARE(written.left(written.indexOf("\r\n")), QByteArray("Name\tHourly wages"));
+        QVERIFY(written.contains("'Other'"));
+        QVERIFY(!written.contains("'Website'"));
+        QCOMPARE(m_preferences.stringForKey(u"exportStartingDirectory"), target);
+        QCOMPARE(static_cast<const QList<QVariantList> &>(progress),
+                 (QList<QVariantList>{{1, 3}, {2, 3}, {3, 3}}));
+    }
+
+    void progressPerProject_data() {
+        QTest::addColumn<int>("format");
+        QTest::newRow("CSV") << int(ExportController::Csv);
+        QTest::newRow("Text") << int(ExportController::Text);
+    }
+
+    void progressPerProject() {
+        QFETCH(int, format);
+        m_controller->setFormat(format);
+        m_controller->setChecked(1, false);
+        QSignalSpy progress(m_controller.get(), &ExportController::progress);
+        QVERIFY(m_controller->exportTo(m_folder->filePath(u"report"_s)).ok);
+        QCOMPARE(static_cast<const QList<QVariantList> &>(progress),
+                 (QList<QVariantList>{{1, 3}, {2, 3}, {3, 3}}));
+        QVERIFY(readFile(m_folder->filePath(u"report"_s)).contains("Misc"));
+    }
+
+    void htmlExportWithChosenStyle() {
+        const auto offered = ExportController::styles();
+        QVERIFY(offered.size() >= 2);
+        m_controller->setFormat(ExportController::Html);
+        QCOMPARE(m_controller->stylePath(), offered.first().path);
+        m_controller->setStylePath(offered.last().path);
+        m_controller->setFormat(ExportController::Rtf);
+        QCOMPARE(m_controller->stylePath(), offered.first().path);
+        m_controller->setStylePath(m_folder->filePath(u"Gone.hfstyle"_s));
+        QCOMPARE(m_controller->stylePath(), offered.first().path);
+        m_controller->setFormat(ExportController::Html);
+        QCOMPARE(m_controller->stylePath(), offered.last().path);
+
+        const QString target = m_folder->filePath(u"site"_s);
+        QVERIFY(QDir().mkdir(target));
+        const auto result = m_controller->exportTo(target);
+        QVERIFY2(result.ok, qPrintable(result.error));
+        QVERIFY(readFile(target + u"/report.html"_s).contains("Website"));
+        QCOMPARE(m_preferences.stringForKey(u"exportStartingDirectory"), m_folder->path());
+    }
+
+    void pdfWithoutRendererFails() {
+        m_controller->setFormat(ExportController::Pdf);
+        const auto result = m_controller->exportTo(m_folder->filePath(u"report.pdf"_s));
+        QVERIFY(!result.ok);
+        QCOMPARE(result.error, u"PDF export is not available: there is no PDF renderer."_s);
+        QVERIFY(!QFile::exists(m_folder->filePath(u"report.pdf"_s)));
+    }
+
+    void addStyles_data() {
+        QTest::addColumn<QStringList>("chosen");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QStringList>("alerts");
+        QTest::addColumn<QStringList>("installed");
+        const QString failed = u"The style \"%1\" could not be copied to \"%2\"."_s;
+        const QString last = u"Error while adding style.|"_s;
+        const QString ask =
+            u"Error while adding style. Would you like to add the remaining styles?|"_s;
+        QTest::newRow("new styles")
+            << QStringList{u"New.hfstyle"_s, u"Flat.hfstyle"_s} << 0 << QStringList()
+            << QStringList{u"Flat.hfstyle"_s, u"New.hfstyle"_s, u"Old.hfstyle"_s};
+        QTest::newRow("existing name")
+            << QStringList{u"Old.hfstyle"_s} << 0
+            << QStringList{last + failed.arg(u"Old.hfstyle"_s, stylesShown) + u"|OK"_s}
+            << QStringList{u"Old.hfstyle"_s};
+        QTest::newRow("two failures, No stops")
+            << QStringList{u"Old.hfstyle"_s, u"Missing.hfstyle"_s, u"New.hfstyle"_s} << 1
+            << QStringList{ask + failed.arg(u"Old.hfstyle"_s, stylesShown) + u"|Yes,No"_s}
+            << QStringList{u"Old.hfstyle"_s};
+        QTest::newRow("two failures, Yes goes on")
+            << QStringList{u"Old.hfstyle"_s, u"Missing.hfstyle"_s, u"New.hfstyle"_s} << 0
+            << QStringList{ask + failed.arg(u"Old.hfstyle"_s, stylesShown) + u"|Yes,No"_s,
+                           ask + failed.arg(u"Missing.hfstyle"_s, stylesShown) + u"|Yes,No"_s}
+            << QStringList{u"New.hfstyle"_s, u"Old.hfstyle"_s};
+    }
+
+    void addStyles() {
+        QFETCH(QStringList, chosen);
+        QFETCH(int, answer);
+        QFETCH(QStringList, alerts);
+        QFETCH(QStringList, installed);
+        const QString styles = HTMLStyles::userStylesFolder();
+        QVERIFY(QDir().mkpath(styles + u"/Old.hfstyle"_s));
+        QVERIFY(writeFile(styles + u"/Old.hfstyle/report.html"_s, "old"));
+        const QDir sources(m_folder->path());
+        for (const QString &name : {u"New.hfstyle"_s, u"Old.hfstyle"_s}) {
+            QVERIFY(sources.mkpath(name + u"/images"_s));
+            QVERIFY(writeFile(sources.filePath(name + u"/report.html"_s), name.toUtf8()));
+            QVERIFY(writeFile(sources.filePath(name + u"/images/logo.png"_s), "png"));
+        }
+        QVERIFY(writeFile(sources.filePath(u"Flat.hfstyle"_s), "flat"));
+        QStringList paths;
+        for (const QString &name : chosen)
+            paths.append(sources.filePath(name));
+        m_alerts.answer = UserAlerts::firstButton + answer;
+        QSignalSpy changed(m_controller.get(), &ExportController::stylesChanged);
+
+        m_controller->addStyles(paths);
+
+        QCOMPARE(m_alerts.texts(), alerts);
+        QCOMPARE(QDir(styles).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), installed);
+        QCOMPARE(readFile(styles + u"/Old.hfstyle/report.html"_s), QByteArray("old"));
+        QVERIFY(!QFile::exists(styles + u"/Old.hfstyle/images"_s));
+        if (installed.contains(u"New.hfstyle"_s)) {
+            QCOMPARE(readFile(styles + u"/New.hfstyle/report.html"_s), QByteArray("New.hfstyle"));
+            QCOMPARE(readFile(styles + u"/New.hfstyle/images/logo.png"_s), QByteArray("png"));
+            QVERIFY(ExportController::styles().contains(
+                HTMLStyles::Style{styles + u"/New.hfstyle"_s, u"New.hfstyle"_s}));
+        }
+        QCOMPARE(changed.size(), 1);
+    }
+
+    void fileInPlaceOfStylesFolder() {
+        const QString styles = HTMLStyles::userStylesFolder();
+        QVERIFY(QDir().mkpath(QFileInfo(styles).absolutePath()));
+        QVERIFY(writeFile(styles, "in the way"));
+        QVERIFY(QDir().mkpath(m_folder->filePath(u"New.hfstyle"_s)));
+
+        QCOMPARE(m_controller->addStyles({m_folder->filePath(u"New.hfstyle"_s)}), 0);
+
+        QCOMPARE(m_alerts.texts(),
+                 QStringList{u"Error creating styles folder.|A file named \"%1\" already exists. "
+                             "Please delete this file and try again.|OK"_s.arg(stylesShown)});
+        QCOMPARE(readFile(styles), QByteArray("in the way"));
+    }
+
+    void stylesFolderNotCreatable() {
+        const QString support = QFileInfo(HTMLStyles::userStylesFolder()).absolutePath();
+        QDir(support).removeRecursively();
+        QVERIFY(QDir().mkpath(QFileInfo(support).absolutePath()));
+        QVERIFY(writeFile(support, "a file where the support folder belongs"));
+
+        QCOMPARE(m_controller->addStyles({m_folder->path()}), 0);
+
+        QFile::remove(support);
+        QCOMPARE(m_alerts.texts(),
+                 QStringList{u"Error creating styles folder.|The folder \"%1\" could not be "
+                             "created.|OK"_s.arg(stylesShown)});
+    }
+
+private:
+    int tagOf(const QString &customer) const {
+        if (customer == u"all")
+            return ExportController::allProjectsTag;
+        return customer == u"none" ? ExportController::unassignedTag : m_ids.value(customer);
+    }
+
+    QTemporaryDir m_home;
+    Preferences m_preferences{m_home.filePath(u"preferences.conf"_s)};
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<ProjectCollection> m_collection;
+    std::unique_ptr<CustomerStorage> m_customers;
+    QHash<QString, int> m_ids;
+    RecordingAlerts m_alerts;
+    std::unique_ptr<ExportController> m_controller;
+};
+
+QTEST_GUILESS_MAIN(TestExportController)
+#include "tst_exportcontroller.moc"
