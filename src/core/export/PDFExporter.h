@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Exporter.h"
+#include "RenderedReportExporter.h"
 
 class CustomerStorage;
 class ReportRenderer;
@@ -8,18 +8,15 @@ class ReportRenderer;
 // Writes the chosen projects as a PDF document, or prints them: the HTML report of a style is
 // written into a fresh scratch folder and rendered by the HTML engine with its print style sheet.
 // The PDF bytes come back from the engine and are written atomically.
-class PDFExporter : public Exporter {
+class PDFExporter : public RenderedReportExporter {
 public:
     // The customers may be null; the renderer must outlive the exporter.
     PDFExporter(const QString &stylePath, const CustomerStorage *customers,
                 ReportRenderer &renderer);
 
-    QString templateName() const { return m_templateName; }
     // Print through the print dialogue instead of writing a file.
     void setShowPrintPanels(bool show) { m_showPrintPanels = show; }
     bool showPrintPanels() const { return m_showPrintPanels; }
-    // Another scratch folder than the user's own (for tests).
-    void setScratchFolder(const QString &folder) { m_scratchFolder = folder; }
 
     // The field choices and the encoding are ignored; the path is unused when printing.
     Result exportProjects(const QStringList &projectNames, const QList<bool> &projectFields,
@@ -27,9 +24,6 @@ public:
                           const QString &encoding) override;
 
 private:
-    QString m_templateName;
-    const CustomerStorage *m_customers;
     ReportRenderer &m_renderer;
-    QString m_scratchFolder;
     bool m_showPrintPanels = false;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Exporter.h"
+#include "RenderedReportExporter.h"
 
 class CustomerStorage;
 
@@ -8,22 +8,13 @@ class CustomerStorage;
 // scratch folder (earlier copies of its sheets and images are kept), read into a rich-text
 // document with the folder as base and saved as RTF. Failures are logged with the texts
 // "Cannot create RTF" and "Error writing file".
-class RTFExporter : public Exporter {
+class RTFExporter : public RenderedReportExporter {
 public:
     // The customers may be null.
     RTFExporter(const QString &stylePath, const CustomerStorage *customers);
-
-    QString templateName() const { return m_templateName; }
-    // Another scratch folder than the user's own (for tests).
-    void setScratchFolder(const QString &folder) { m_scratchFolder = folder; }
 
     // The field choices and the encoding are ignored.
     Result exportProjects(const QStringList &projectNames, const QList<bool> &projectFields,
                           const QList<bool> &entryFields, const QString &path, bool applyFilter,
                           const QString &encoding) override;
-
-private:
-    QString m_templateName;
-    const CustomerStorage *m_customers;
-    QString m_scratchFolder;
 };
