@@ -1,8 +1,11 @@
 #include "export/CSVExporter.h"
+#include "export/HTMLExporter.h"
+
 #include "model/Clock.h"
 #include "model/ProjectCollection.h"
 #include "model/StoredForms.h"
 #include "platform/Preferences.h"
+#include <QDir>
 
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -99,8 +102,16 @@ void BM_TextExport100k(benchmark::State &state) {
     exportWith(state, exporter, u"out.txt"_s);
 }
 
+void BM_HtmlExport100k(benchmark::State &state) {
+    // The target is a folder: report.html and the style's sheets are written into it.
+    HTMLExporter exporter(QStringLiteral(HOURFOLD_RESOURCE_DIR "/Styles/Simple.hfstyle"), nullptr);
+    QDir(fixture().folder.path()).mkpath(u"html"_s);
+    exportWith(state, exporter, u"html"_s);
+}
+
 } // namespace
 
 BENCHMARK(BM_CsvExport100k)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_HtmlExport100k)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_TextExport100k)->Unit(benchmark::kMillisecond);
 BENCHMARK_MAIN();

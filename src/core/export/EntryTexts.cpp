@@ -31,3 +31,12 @@ QString EntryTexts::fromTime(const Entry &entry) {
 QString EntryTexts::toTime(const Entry &entry) {
     return cached(m_times, entry.toTime(), [&entry] { return entry.formattedToTime(); });
 }
+
+QString EntryTexts::mediumFromDate(const Entry &entry) {
+    return cached(m_mediumDates, entry.fromDate(),
+                  [&entry] { return entry.formattedFromDate(true); });
+}
+
+QString EntryTexts::mediumToDate(const Entry &entry) {
+    return cached(m_mediumDates, entry.toDate(), [&entry] { return entry.formattedToDate(true); });
+}

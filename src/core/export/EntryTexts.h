@@ -17,6 +17,9 @@ public:
     QString toDate(const Entry &entry);
     QString fromTime(const Entry &entry);
     QString toTime(const Entry &entry);
+    // Start and end dates always in the medium date style (the HTML reports).
+    QString mediumFromDate(const Entry &entry);
+    QString mediumToDate(const Entry &entry);
 
 private:
     template <typename Format>
@@ -24,4 +27,5 @@ private:
 
     QHash<QString, QString> m_dates;
     QHash<QString, QString> m_times;
+    QHash<QString, QString> m_mediumDates;
 };

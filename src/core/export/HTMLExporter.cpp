@@ -108,13 +108,13 @@ QString HTMLExporter::getHTMLBlockForTimerEntry(const Entry &entry, EntryTexts &
     if (!entry.hasPeriod()) {
         startDate = texts.day(entry);
     } else {
-        startDate = entry.formattedFromDate(true);
+        startDate = texts.mediumFromDate(entry);
         startTime = texts.fromTime(entry);
         if (entry.isWorking()) {
             endDate = u"<i>---</i>"_s;
             duration = u"<font color=\"red\">"_s + liveDuration(entry) + u"</font>";
         } else {
-            endDate = entry.formattedToDate(true);
+            endDate = texts.mediumToDate(entry);
             endTime = texts.toTime(entry);
         }
     }

@@ -110,7 +110,8 @@ int Entry::pauseTime() const {
 }
 
 int Entry::netPauseTime() const {
-    if (!hasPeriod_)
+    // Without pauses there is nothing to clip: the period's moments are not even needed.
+    if (!hasPeriod_ || (pause_entries_->isEmpty() && !isPaused()))
         return 0;
     const QDateTime start = HelpFunctions::makeDateFromDateString(fromDate_, fromTime_);
     const QDateTime end =
