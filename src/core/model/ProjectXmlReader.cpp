@@ -431,8 +431,8 @@ private:
             }
         } else if (n == 5) {
             const Tag parent = m_stack[3];
-            const QString text = QString::fromUtf8(m_text.data(), qsizetype(m_text.size()));
             if (parent == Attachments && tag == Path) {
+                const QString text = QString::fromUtf8(m_text.data(), qsizetype(m_text.size()));
                 if (m_stack[2] == EntryTag && m_entry)
                     m_entry->attachments.append(text);
                 else if (m_stack[2] == FlatFeeTag && m_fee)
