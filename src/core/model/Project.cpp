@@ -5,6 +5,8 @@
 #include "FlatFeeEntry.h"
 #include "StoredForms.h"
 
+#include <QVarLengthArray>
+
 Project::Project()
     : Project(QString(), QString(), 0.0f, 0, 0, 0, -1, QStringLiteral("")) {}
 
@@ -48,11 +50,19 @@ int Project::totalPauseTime() const {
 }
 
 float Project::totalWages() const {
-    float wages = float(double(totalTime(true)) / 60.0 * double(m_hourlyWage));
+    // One walk over the items: the minutes of the finished ones, and the flat fees, which are
+    // added after the wage in list order (so the float sum is the same as adding them one by one).
+    int minutes = 0;
+    QVarLengthArray<float, 16> fees;
     for (const auto &item : m_entries) {
         if (item->isFlatFee())
-            wages += static_cast<const FlatFeeEntry &>(*item).amount();
+            fees.append(static_cast<const FlatFeeEntry &>(*item).amount());
+        else if (!item->isWorking())
+            minutes += item->effectiveDuration();
     }
+    float wages = float(double(minutes) / 60.0 * double(m_hourlyWage));
+    for (float amount : fees)
+        wages += amount;
     return wages;
 }
 
