@@ -1,0 +1,23 @@
+#include "CliCommands.h"
+#include "model/HelpFunctions.h"
+#include "platform/Preferences.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <cstdio>
+
+int main(int argc, char *argv[]) {
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Hourfold"));
+    QCoreApplication::setOrganizationName(QStringLiteral("Hourfold"));
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    CliCommands commands(out, err, Preferences::defaultFilePath(),
+                         HelpFunctions::applicationSupportFolder() +
+                             QStringLiteral("/customers.plist"));
+    const int status = commands.run(QCoreApplication::arguments().mid(1));
+    out.flush();
+    err.flush();
+    return status;
+}
