@@ -163,6 +163,10 @@ int CliCommands::run(const QStringList &arguments) {
             if (rest.isEmpty())
                 return fail(u"--file needs a path"_s);
             m_file = rest.takeFirst();
+        } else if (option.startsWith(u"--file=")) {
+            m_file = option.mid(7);
+            if (m_file.isEmpty())
+                return fail(u"--file needs a path"_s);
         } else {
             return fail(u"Unknown option \"%1\""_s.arg(option));
         }
@@ -206,6 +210,12 @@ bool CliCommands::loadForReading(CliDocument &document) {
         m_err << u"Cannot read \"%1\": %2"_s.arg(document.path(), result.error) << '\n';
         m_err.flush();
         return false;
+    }
+    if (result.recovered) {
+        m_err << u"Warning: only the forgiving parse could read \"%1\"; the original is kept as "
+                 u"\"%2\""_s.arg(document.path(), result.backupPath)
+              << '\n';
+        m_err.flush();
     }
     return true;
 }

@@ -3,6 +3,7 @@
 #include "platform/Preferences.h"
 
 #include <QCoreApplication>
+#include <QLoggingCategory>
 #include <QTextStream>
 
 #include <cstdio>
@@ -11,6 +12,9 @@ int main(int argc, char *argv[]) {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Hourfold"));
     QCoreApplication::setOrganizationName(QStringLiteral("Hourfold"));
+    // The commands print their own messages; the library's log says the same again.
+    // QT_LOGGING_RULES still turns it on.
+    QLoggingCategory::setFilterRules(QStringLiteral("hourfold.*=false"));
     QTextStream out(stdout);
     QTextStream err(stderr);
     CliCommands commands(out, err, Preferences::defaultFilePath(),

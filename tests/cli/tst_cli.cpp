@@ -48,6 +48,7 @@ private slots:
     void entriesJson();
     void fileComesFromPreferences();
     void timerLifecycle();
+    void startAndStopRoundToTheClock();
     void rejected_data();
     void rejected();
     void concurrentStartsAllKept();
@@ -142,6 +143,8 @@ void TestCli::check_data() {
     QTest::newRow("intact") << QString() << 0 << false;
     QTest::newRow("bare ampersand") << u"&"_s << 3 << true;
     QTest::newRow("missing file") << u"missing"_s << 2 << false;
+    QTest::newRow("empty file") << u"empty"_s << 2 << false;
+    QTest::newRow("not XML") << u"garbage"_s << 2 << false;
 }
 
 void TestCli::check() {
@@ -151,15 +154,19 @@ void TestCli::check() {
     QDir folder(m_home.path());
     for (const QString &old : folder.entryList({u"work.hourfold.recovered-*"_s}))
         QVERIFY(folder.remove(old));
-    if (damage == u"&") {
+    if (damage == u"missing") {
+        QVERIFY(QFile::remove(m_file));
+    } else if (!damage.isEmpty()) {
         QByteArray bytes = readAll(m_file);
-        QVERIFY(bytes.contains(">first<"));
-        bytes.replace(">first<", ">fir & st<");
+        if (damage == u"&")
+            bytes.replace(">first<", ">fir & st<");
+        else if (damage == u"empty")
+            bytes.clear();
+        else
+            bytes = "garbage \x01 not XML";
         QFile file(m_file);
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(bytes);
-    } else if (damage == u"missing") {
-        QVERIFY(QFile::remove(m_file));
     }
     const Outcome outcome = run({u"--file"_s, m_file, u"check"_s});
     QCOMPARE(outcome.exitCode, exitCode);
@@ -168,8 +175,15 @@ void TestCli::check() {
                                       u"0 paused\n"_s),
                  qPrintable(outcome.out));
     else
-        QVERIFY(!outcome.err.trimmed().isEmpty());
+        QCOMPARE(outcome.err.count(u'\n'), 1);
     QCOMPARE(!folder.entryList({u"work.hourfold.recovered-*"_s}).isEmpty(), recoveredCopy);
+    if (exitCode == 3) {
+        // Listings still work on what the forgiving parse read, and say so.
+        const Outcome listed = run({u"--file"_s, m_file, u"projects"_s});
+        QCOMPARE(listed.exitCode, 0);
+        QVERIFY(listed.out.startsWith(u"Alpha "_s));
+        QVERIFY2(listed.err.contains(u"forgiving"_s), qPrintable(listed.err));
+    }
 }
 
 void TestCli::projectsText() {
@@ -288,6 +302,22 @@ void TestCli::timerLifecycle() {
     QCOMPARE(entry->toDate(), StoredForms::dateText(QDate::currentDate()));
     QVERIFY(!entry->toTime().isEmpty());
     QCOMPARE(runningJson().size(), 0);
+}
+
+void TestCli::startAndStopRoundToTheClock() {
+    ProjectList projects = reload();
+    projects[1]->setRoundWhat(1);
+    projects[1]->setRoundTo(60);
+    projects[1]->setRoundType(2); // down to the full hour
+    QVERIFY(ProjectFile::save(m_file, projects).ok);
+    QCOMPARE(run({u"--file=%1"_s.arg(m_file), u"start"_s, u"Beta"_s}).exitCode, 0);
+    auto entry = std::dynamic_pointer_cast<Entry>(reload().at(1)->entries().value(0));
+    QVERIFY(entry);
+    QVERIFY2(entry->fromTime().endsWith(u":00"_s), qPrintable(entry->fromTime()));
+    QCOMPARE(run({u"--file"_s, m_file, u"stop"_s, u"Beta"_s, u"1"_s}).exitCode, 0);
+    entry = std::dynamic_pointer_cast<Entry>(reload().at(1)->entries().value(0));
+    QVERIFY(!entry->isWorking());
+    QVERIFY2(entry->toTime().endsWith(u":00"_s), qPrintable(entry->toTime()));
 }
 
 void TestCli::rejected_data() {
