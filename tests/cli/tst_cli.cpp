@@ -6,6 +6,7 @@
 #include "model/ProjectFile.h"
 #include "model/StoredForms.h"
 #include "platform/Preferences.h"
+#include "platform/ProjectFileLock.h"
 #include "stores/Customer.h"
 
 #include <QDir>
@@ -52,6 +53,7 @@ private slots:
     void rejected_data();
     void rejected();
     void concurrentStartsAllKept();
+    void waitsForTheDesktopProgramsLock();
     void help();
 
 private:
@@ -369,6 +371,22 @@ void TestCli::concurrentStartsAllKept() {
     QCOMPARE(projects.size(), 2);
     QCOMPARE(projects[0]->entries().size(), 3 + count / 2);
     QCOMPARE(projects[1]->entries().size(), count / 2);
+}
+
+void TestCli::waitsForTheDesktopProgramsLock() {
+    const QByteArray before = readAll(m_file);
+    auto lock = std::make_unique<ProjectFileLock>(m_file);
+    QVERIFY(lock->lock());
+    QProcess process;
+    process.setProcessEnvironment(environment());
+    process.start(QStringLiteral(HOURFOLD_CLI_PATH), {u"--file"_s, m_file, u"start"_s, u"Beta"_s});
+    QVERIFY(process.waitForStarted());
+    QVERIFY(!process.waitForFinished(700));
+    QCOMPARE(readAll(m_file), before);
+    lock.reset();
+    QVERIFY(process.waitForFinished(30000));
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(reload().at(1)->entries().size(), 1);
 }
 
 void TestCli::help() {
