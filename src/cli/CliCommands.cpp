@@ -1,11 +1,8 @@
 #include "CliCommands.h"
 
 #include "TextTable.h"
-#include "model/Clock.h"
 #include "model/Entry.h"
 #include "model/FlatFeeEntry.h"
-#include "model/HelpFunctions.h"
-#include "model/StoredForms.h"
 #include "platform/CurrencyFormatter.h"
 #include "platform/Preferences.h"
 #include "platform/ProjectFileLock.h"
@@ -425,21 +422,7 @@ int CliCommands::start(const QStringList &args) {
     if (!project)
         return fail(u"Unknown project \"%1\""_s.arg(args.constFirst()));
 
-    auto entry = std::make_shared<Entry>();
-    entry->setHasPeriod(true);
-    QDateTime begin = Clock::nowToTheSecond();
-    if (project->roundWhat() == 1 && project->roundTo() > 0) {
-        const QTime t = begin.time();
-        const HFTime rounded =
-            HelpFunctions::roundTime(HFTime{quint32(t.hour()), quint32(t.minute())},
-                                     project->roundType(), project->roundTo());
-        begin = QDateTime(begin.date(), QTime(0, 0))
-                    .addSecs(qint64(rounded.hours) * 3600 + qint64(rounded.minutes) * 60);
-    }
-    entry->setFromTime(StoredForms::timeText(begin.time()));
-    entry->setFromDate(StoredForms::dateText(begin.date()));
-    entry->setIsWorking(true);
-    entry->setTime(0);
+    const auto entry = Entry::startedIn(*project);
     project->addEntry(entry);
 
     const ProjectFile::SaveResult saved = document.save();

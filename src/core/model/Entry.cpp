@@ -252,19 +252,24 @@ void Entry::stop() {
     if (isPaused())
         resume();
     QDateTime moment = Clock::nowToTheSecond();
-    if (m_parent && m_parent->roundWhat() == 1 && m_parent->roundTo() > 0) {
-        const QTime t = moment.time();
-        const HFTime rounded =
-            HelpFunctions::roundTime(HFTime{quint32(t.hour()), quint32(t.minute())},
-                                     m_parent->roundType(), m_parent->roundTo());
-        moment = QDateTime(moment.date(), QTime(0, 0))
-                     .addSecs(qint64(rounded.hours) * 3600 + qint64(rounded.minutes) * 60);
-    }
+    if (m_parent)
+        moment = m_parent->clockMoment(moment);
     toDate_ = StoredForms::dateText(moment.date());
     toTime_ = StoredForms::timeText(moment.time());
     const QDateTime start = HelpFunctions::makeDateFromDateString(fromDate_, fromTime_);
     minutes_ = start.isValid() ? int(start.secsTo(moment) / 60) : 0;
     working_ = false;
+}
+
+std::shared_ptr<Entry> Entry::startedIn(const Project &project) {
+    auto entry = std::make_shared<Entry>();
+    entry->setHasPeriod(true);
+    const QDateTime start = project.clockMoment(Clock::nowToTheSecond());
+    entry->setFromTime(StoredForms::timeText(start.time()));
+    entry->setFromDate(StoredForms::dateText(start.date()));
+    entry->setIsWorking(true);
+    entry->setTime(0);
+    return entry;
 }
 
 void Entry::deleteAllPauseEntries() {

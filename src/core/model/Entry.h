@@ -75,6 +75,9 @@ public:
     // resumed first, then the end texts and the whole minutes since the start are written.
     void stop();
     void deleteAllPauseEntries();
+    // A running period entry started now, the clock time rounded when the project rounds clock
+    // times; not yet added to the project.
+    static std::shared_ptr<Entry> startedIn(const Project &project);
 
     // A value holder for editing and undo: the texts, minutes and flags are copied; the pause list
     // and pause moment are shared with this entry; check mark, attachments and project are not

@@ -3,6 +3,7 @@
 #include "../platform/CurrencyFormatter.h"
 #include "Entry.h"
 #include "FlatFeeEntry.h"
+#include "HelpFunctions.h"
 #include "StoredForms.h"
 
 #include <QVarLengthArray>
@@ -132,4 +133,14 @@ QVariant Project::valueForKey(QStringView key) const {
     if (key == u"tags")
         return m_tags;
     return {};
+}
+
+QDateTime Project::clockMoment(const QDateTime &moment) const {
+    if (m_roundWhat != 1 || m_roundTo <= 0)
+        return moment;
+    const QTime t = moment.time();
+    const HFTime rounded = HelpFunctions::roundTime(HFTime{quint32(t.hour()), quint32(t.minute())},
+                                                    m_roundType, m_roundTo);
+    return QDateTime(moment.date(), QTime(0, 0))
+        .addSecs(qint64(rounded.hours) * 3600 + qint64(rounded.minutes) * 60);
 }

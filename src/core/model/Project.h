@@ -76,6 +76,11 @@ public:
     QString formattedTotalPauseTime() const;
     QString htmlDescription() const;
 
+    // The moment a timer starts or stops at: when the project rounds clock times, its hours and
+    // minutes rounded (seconds dropped; a result of 24:00 is the next midnight); otherwise as
+    // given.
+    QDateTime clockMoment(const QDateTime &moment) const;
+
     // A value holder for the project editor and undo: name, description, tags, wage and rounding.
     std::shared_ptr<Project> copy() const;
     // Projects are never put on the clipboard by value: both are empty.

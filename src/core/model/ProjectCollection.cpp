@@ -5,10 +5,8 @@
 #include "../platform/CurrencyFormatter.h"
 #include "../platform/Preferences.h"
 #include "../platform/ProjectFileLock.h"
-#include "Clock.h"
 #include "CustomerDirectory.h"
 #include "EntrySort.h"
-#include "HelpFunctions.h"
 #include "StoredForms.h"
 #include "UndoCommand.h"
 
@@ -435,21 +433,7 @@ void ProjectCollection::assignCustomerWithID(int customerId,
 
 std::shared_ptr<Entry>
 ProjectCollection::startTimerInProject(const std::shared_ptr<Project> &project) {
-    auto entry = std::make_shared<Entry>();
-    entry->setHasPeriod(true);
-    QDateTime start = Clock::nowToTheSecond();
-    if (project->roundWhat() == 1 && project->roundTo() > 0) {
-        const QTime t = start.time();
-        const HFTime rounded =
-            HelpFunctions::roundTime(HFTime{quint32(t.hour()), quint32(t.minute())},
-                                     project->roundType(), project->roundTo());
-        start = QDateTime(start.date(), QTime(0, 0))
-                    .addSecs(qint64(rounded.hours) * 3600 + qint64(rounded.minutes) * 60);
-    }
-    entry->setFromTime(StoredForms::timeText(start.time()));
-    entry->setFromDate(StoredForms::dateText(start.date()));
-    entry->setIsWorking(true);
-    entry->setTime(0);
+    auto entry = Entry::startedIn(*project);
     addEntry(entry, project, tr("Start"));
     return entry;
 }
