@@ -404,13 +404,13 @@ int CliCommands::listRunning(const QStringList &args) {
     return Success;
 }
 
-int CliCommands::start(const QStringList &args) {
-    if (args.size() != 1)
-        return fail(u"start needs exactly one PROJECT"_s);
+int CliCommands::changeProject(const QString &projectName,
+                               const std::function<int(Project &, QStringList &)> &change) {
     const QString path = projectFilePath();
     if (path.isEmpty())
         return fail(u"No project file: give --file PATH"_s);
     CliDocument document(path);
+    // Read, change and write under the lock, so that no other process's change is lost.
     ProjectFileLock lock(document.path());
     if (!lock.lock()) {
         m_err << lock.errorString() << '\n';
@@ -418,22 +418,33 @@ int CliCommands::start(const QStringList &args) {
     }
     if (!loadForReading(document))
         return Unreadable;
-    const auto project = document.projectNamed(args.constFirst());
+    const auto project = document.projectNamed(projectName);
     if (!project)
-        return fail(u"Unknown project \"%1\""_s.arg(args.constFirst()));
-
-    const auto entry = Entry::startedIn(*project);
-    project->addEntry(entry);
-
+        return fail(u"Unknown project \"%1\""_s.arg(projectName));
+    QStringList done;
+    const int result = change(*project, done);
+    if (result != Success)
+        return result;
     const ProjectFile::SaveResult saved = document.save();
     if (!saved.ok) {
         m_err << u"Cannot write \"%1\": %2"_s.arg(document.path(), saved.error) << '\n';
         return Unreadable;
     }
-    m_out << u"Started entry %1 of \"%2\" at %3 %4"_s.arg(project->entries().size())
-                 .arg(project->name(), entry->fromDate(), entry->fromTime())
-          << '\n';
+    for (const QString &line : std::as_const(done))
+        m_out << line << '\n';
     return Success;
+}
+
+int CliCommands::start(const QStringList &args) {
+    if (args.size() != 1)
+        return fail(u"start needs exactly one PROJECT"_s);
+    return changeProject(args.constFirst(), [](Project &project, QStringList &done) {
+        const auto entry = Entry::startedIn(project);
+        project.addEntry(entry);
+        done << u"Started entry %1 of \"%2\" at %3 %4"_s.arg(project.entries().size())
+                    .arg(project.name(), entry->fromDate(), entry->fromTime());
+        return int(Success);
+    });
 }
 
 int CliCommands::changeTimers(TimerAction action, const QStringList &args) {
@@ -448,21 +459,13 @@ int CliCommands::changeTimers(TimerAction action, const QStringList &args) {
         if (!index)
             return fail(u"\"%1\" is not an index (1 or more)"_s.arg(args[1]));
     }
-    const QString path = projectFilePath();
-    if (path.isEmpty())
-        return fail(u"No project file: give --file PATH"_s);
-    CliDocument document(path);
-    ProjectFileLock lock(document.path());
-    if (!lock.lock()) {
-        m_err << lock.errorString() << '\n';
-        return Unreadable;
-    }
-    if (!loadForReading(document))
-        return Unreadable;
-    const auto project = document.projectNamed(args.constFirst());
-    if (!project)
-        return fail(u"Unknown project \"%1\""_s.arg(args.constFirst()));
+    return changeProject(args.constFirst(), [&](Project &project, QStringList &done) {
+        return changeTimersOf(project, action, index, done);
+    });
+}
 
+int CliCommands::changeTimersOf(Project &project, TimerAction action, std::optional<int> index,
+                                QStringList &done) {
     const auto applies = [action](const ProjectItem &item) {
         if (!item.isEntry())
             return false;
@@ -480,14 +483,14 @@ int CliCommands::changeTimers(TimerAction action, const QStringList &args) {
                            : action == TimerAction::Resume ? u"paused"_s
                                                            : u"running or paused"_s;
     QList<int> chosen;
-    const ItemList &items = project->entries();
+    const ItemList &items = project.entries();
     if (index) {
         if (*index > items.size())
-            return fail(u"\"%1\" has no entry %2 (it has %3)"_s.arg(project->name())
+            return fail(u"\"%1\" has no entry %2 (it has %3)"_s.arg(project.name())
                             .arg(*index)
                             .arg(items.size()));
         if (!applies(*items[*index - 1]))
-            return fail(u"Entry %1 of \"%2\" is not %3"_s.arg(*index).arg(project->name(), wanted));
+            return fail(u"Entry %1 of \"%2\" is not %3"_s.arg(*index).arg(project.name(), wanted));
         chosen.append(*index);
     } else {
         for (int i = 0; i < items.size(); ++i) {
@@ -495,7 +498,7 @@ int CliCommands::changeTimers(TimerAction action, const QStringList &args) {
                 chosen.append(i + 1);
         }
         if (chosen.isEmpty())
-            return fail(u"\"%1\" has no %2 entry"_s.arg(project->name(), wanted));
+            return fail(u"\"%1\" has no %2 entry"_s.arg(project.name(), wanted));
     }
     for (const int i : std::as_const(chosen)) {
         auto &entry = static_cast<Entry &>(*items[i - 1]);
@@ -511,15 +514,10 @@ int CliCommands::changeTimers(TimerAction action, const QStringList &args) {
             break;
         }
     }
-    const ProjectFile::SaveResult saved = document.save();
-    if (!saved.ok) {
-        m_err << u"Cannot write \"%1\": %2"_s.arg(document.path(), saved.error) << '\n';
-        return Unreadable;
-    }
-    const QString done = action == TimerAction::Pause    ? u"Paused"_s
-                         : action == TimerAction::Resume ? u"Resumed"_s
-                                                         : u"Stopped"_s;
+    const QString verbDone = action == TimerAction::Pause    ? u"Paused"_s
+                             : action == TimerAction::Resume ? u"Resumed"_s
+                                                             : u"Stopped"_s;
     for (const int i : std::as_const(chosen))
-        m_out << u"%1 entry %2 of \"%3\""_s.arg(done).arg(i).arg(project->name()) << '\n';
+        done << u"%1 entry %2 of \"%3\""_s.arg(verbDone).arg(i).arg(project.name());
     return Success;
 }

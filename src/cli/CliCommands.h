@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
+#include <functional>
+#include <optional>
 
 class CurrencyFormatter;
 class Entry;
@@ -35,6 +37,10 @@ private:
     QString projectFilePath() const;
     // Reads the file for a listing; prints why it cannot be read.
     bool loadForReading(CliDocument &document);
+    // Reads the file under its lock, lets change() change the named project (adding the lines
+    // to print), and writes the file when change() answers Success; nothing is written otherwise.
+    int changeProject(const QString &projectName,
+                      const std::function<int(Project &, QStringList &)> &change);
 
     int check(const QStringList &args);
     int listProjects(const QStringList &args);
@@ -42,6 +48,8 @@ private:
     int listRunning(const QStringList &args);
     int start(const QStringList &args);
     int changeTimers(TimerAction action, const QStringList &args);
+    int changeTimersOf(Project &project, TimerAction action, std::optional<int> index,
+                       QStringList &done);
 
     QHash<int, QString> customerNames() const;
     void printJson(const QJsonArray &array);
