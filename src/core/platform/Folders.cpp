@@ -8,6 +8,10 @@ QString Folders::resourceFolder() {
                            QStringLiteral("/../share/hourfold"));
 }
 
+QString Folders::imagePath(const QString &name) {
+    return resourceFolder() + QStringLiteral("/images/") + name + QStringLiteral(".svg");
+}
+
 QString Folders::withTilde(const QString &path) {
     const QString home = QDir::homePath();
     if (path == home)
