@@ -10,6 +10,7 @@
 #include "StoredForms.h"
 #include "UndoCommand.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -153,6 +154,14 @@ ProjectFile::LoadResult ProjectCollection::loadCollection(const QString &path) {
 bool ProjectCollection::currentFileChangedOnDisk() const {
     return !m_currentFile.isEmpty() && m_fileIdentity.isKnown() &&
            m_fileIdentity.differsFrom(m_currentFile);
+}
+
+void ProjectCollection::adoptFileOnDisk() {
+    if (m_currentFile.isEmpty())
+        return;
+    QFile file(m_currentFile);
+    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    m_fileIdentity = FileIdentity::of(m_currentFile, FileIdentity::hashOf(bytes));
 }
 
 ProjectFile::SaveResult ProjectCollection::saveCollection(const QString &path) {

@@ -56,6 +56,9 @@ public:
     QString currentFile() const { return m_currentFile; }
     // Whether another program has changed the current file since it was loaded or saved.
     bool currentFileChangedOnDisk() const;
+    // Takes the file as it is on disk now as the one this document was made from, so that the
+    // next save replaces what another program wrote (the user chose to keep this version).
+    void adoptFileOnDisk();
     // Writes a crash-protection save that is still waiting, now.
     void flushPendingSave();
 

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QTimer>
+
+class DesktopServices;
+class FilePanels;
+class Preferences;
+class ProjectCollection;
+class UserAlerts;
+
+// The one open document's life: start-up, New, Open, Save, Save As, Revert and Quit with their
+// prompts, the 5-second refresh, the welcome prompt, and watching the file for changes made by
+// another program (hourfold-cli, a second copy, a sync tool). It speaks to the user only through
+// the injected alerts and panels; the main window shows what it announces.
+class ProjectController : public QObject {
+    Q_OBJECT
+
+public:
+    enum class TerminateReply { Cancel, Now, Later };
+
+    ProjectController(Preferences &preferences, ProjectCollection &collection, UserAlerts &alerts,
+                      FilePanels &panels, DesktopServices &desktop, QObject *parent = nullptr);
+
+    static QString untitled();
+    static QString websiteAddress();
+
+    QString currentFilename() const { return m_currentFilename; }
+    void setCurrentFilename(const QString &filename);
+    bool isUntitled() const { return m_currentFilename == untitled(); }
+    bool isStartingUp() const { return m_isStartingUp; }
+    bool isQuitting() const { return m_isQuitting; }
+    // Why the last save did not happen; empty once a save has succeeded.
+    QString saveWarning() const { return m_saveWarning; }
+
+    // The document part of start-up: reopens the last file (silently untitled when that fails),
+    // starts the refresh timer and asks the welcome question when it is due.
+    void startUp();
+    void setStartingUp(bool startingUp) { m_isStartingUp = startingUp; }
+
+    void newDatabase();
+    void load();
+    void save();
+    void saveAs();
+    void revert();
+    // A file handed over by the command line, the file manager or a second launch.
+    bool openFile(const QString &path);
+
+    int askUserToSaveChanges();
+    bool canQuitApp();
+    TerminateReply applicationShouldTerminate();
+    // Stores what must survive the quit (the version that ran last).
+    void applicationWillTerminate();
+
+    // The welcome prompt: "Yes" opens the website, "Yes" and "No" stop asking.
+    void showWelcome();
+
+    QTimer &refreshTimer() { return m_refreshTimer; }
+    // Looks at the open file now instead of waiting for the file watcher.
+    void checkFileOnDisk();
+
+signals:
+    void currentFilenameChanged(const QString &filename);
+    // The document was replaced (new, opened, reverted, reloaded): the window reloads its list,
+    // the badge and the details.
+    void documentReplaced();
+    // The mini window goes away and the main window comes to the front (New).
+    void mainWindowWanted();
+    void refresh();
+    // A deferred quit is answered: true quits.
+    void quitAnswered(bool quit);
+    void saveWarningChanged(const QString &warning);
+    // A passing message for the status line.
+    void statusMessage(const QString &message);
+
+private:
+    // Runs the save prompt when the document has changes; false when the user cancelled.
+    bool settleChanges();
+    void savePanelDidEnd(const QString &path);
+    void setSaveWarning(const QString &warning);
+    void watchCurrentFile();
+    void storeStartingDirectory(const QString &file);
+    QString startingDirectory() const;
+    void reloadChangedFile();
+
+    Preferences &m_preferences;
+    ProjectCollection &m_collection;
+    UserAlerts &m_alerts;
+    FilePanels &m_panels;
+    DesktopServices &m_desktop;
+    QString m_currentFilename;
+    bool m_isQuitting = false;
+    bool m_needsSaving = false;
+    bool m_isStartingUp = false;
+    bool m_askingAboutDiskChange = false;
+    QString m_saveWarning;
+    QTimer m_refreshTimer;
+    QTimer m_diskCheck;
+    QFileSystemWatcher m_watcher;
+};
