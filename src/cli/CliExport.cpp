@@ -150,11 +150,6 @@ bool CliExport::parse(const QStringList &args, Choices &choices) {
         m_console.fail(u"Give --filter or --quick, not both"_s);
         return false;
     }
-    if (!choices.applyFilter &&
-        (options.has(u"--filter"_s) || options.has(u"--quick"_s) || options.has(u"--search"_s))) {
-        m_console.fail(u"--filter, --quick and --search only act with --apply-filter"_s);
-        return false;
-    }
     if (options.has(u"--quick"_s) && QuickFilters::positionForIdentifier(choices.quickFilter) < 0) {
         m_console.fail(
             u"--quick takes today, week, month or year, not \"%1\""_s.arg(choices.quickFilter));
