@@ -1,15 +1,22 @@
 #include "CliCommands.h"
 
+#include "CliCustomers.h"
+#include "CliExport.h"
+#include "CliHelp.h"
+#include "CliOptions.h"
+#include "CliValues.h"
 #include "TextTable.h"
+#include "export/ReportRenderer.h"
 #include "model/Entry.h"
 #include "model/FlatFeeEntry.h"
+#include "model/StoredForms.h"
 #include "platform/CurrencyFormatter.h"
-#include "platform/Preferences.h"
 #include "platform/ProjectFileLock.h"
+#include "search/Filter.h"
 #include "stores/Customer.h"
 
 #include <QFile>
-#include <QJsonDocument>
+#include <QFileInfo>
 #include <QJsonObject>
 
 using namespace Qt::StringLiterals;
@@ -45,191 +52,126 @@ std::optional<int> parseIndex(const QString &text) {
     return value;
 }
 
+// The global options before the command: sets what they ask for and leaves the command and its
+// arguments. False with a message when they do not fit.
+struct GlobalOptions {
+    bool help = false;
+    bool json = false;
+    QString file;
+    QStringList rest;
+    QString error;
+
+    bool parse(const QStringList &arguments) {
+        rest = arguments;
+        while (!rest.isEmpty() && rest.constFirst().startsWith(u"--")) {
+            const QString option = rest.takeFirst();
+            if (option == u"--help") {
+                help = true;
+                return true;
+            } else if (option == u"--json") {
+                json = true;
+            } else if (option == u"--file" || option.startsWith(u"--file=")) {
+                if (option == u"--file")
+                    file = rest.isEmpty() ? QString() : rest.takeFirst();
+                else
+                    file = option.mid(7);
+                if (file.isEmpty()) {
+                    error = u"--file needs a path"_s;
+                    return false;
+                }
+            } else {
+                error = u"Unknown option \"%1\""_s.arg(option);
+                return false;
+            }
+        }
+        return true;
+    }
+};
+
 } // namespace
 
 CliCommands::CliCommands(QTextStream &out, QTextStream &err, const QString &preferencesPath,
-                         const QString &customersPath)
-    : m_out(out)
-    , m_err(err)
-    , m_preferencesPath(preferencesPath)
-    , m_customersPath(customersPath)
-    , m_currency(std::make_unique<CurrencyFormatter>()) {}
-
-CliCommands::~CliCommands() = default;
-
-QString CliCommands::generalHelp() {
-    return u"Usage: hourfold-cli [--file PATH] [--json] COMMAND [ARGUMENTS]\n"
-           "\n"
-           "Reads and changes a Hourfold project file. Without --file the file is the one the\n"
-           "desktop program opened last (preference \"LastOpenFile\"). Preferences are never\n"
-           "written.\n"
-           "\n"
-           "Options:\n"
-           "  --file PATH   the project file to use\n"
-           "  --json        listing commands print JSON instead of aligned text\n"
-           "  --help        this text; COMMAND --help describes one command\n"
-           "\n"
-           "Commands:\n"
-           "  check                    reads the file and counts what it holds\n"
-           "  projects                 lists the projects with their totals\n"
-           "  entries PROJECT          lists the items of a project in stored order\n"
-           "  running                  lists running and paused timers\n"
-           "  start PROJECT            starts a timer in the project\n"
-           "  pause PROJECT [INDEX]    pauses a running timer, or all of the project\n"
-           "  resume PROJECT [INDEX]   resumes a paused timer, or all of the project\n"
-           "  stop PROJECT [INDEX]     ends a running or paused timer, or all of the project\n"
-           "\n"
-           "INDEX is 1-based, as entries prints it. Changes are made under the file's lock and\n"
-           "written atomically.\n"
-           "\n"
-           "Exit status: 0 success, 1 bad arguments or unknown project (nothing written),\n"
-           "2 the file cannot be read, 3 (check) only the forgiving parse could read the file.\n"_s;
+                         const QString &supportFolder, RendererFactory rendererFactory)
+    : m_console(out, err)
+    , m_preferences(preferencesPath)
+    , m_supportFolder(supportFolder)
+    , m_rendererFactory(std::move(rendererFactory))
+    , m_currency(std::make_unique<CurrencyFormatter>())
+    , m_file(m_console, *m_currency) {
+    Preferences::setShared(&m_preferences);
 }
 
-QString CliCommands::commandHelp(const QString &command) {
-    if (command == u"check")
-        return u"Usage: hourfold-cli [--file PATH] check\n"
-               "\n"
-               "Reads the file and prints how many projects, timed entries, flat fees, running\n"
-               "and paused timers it holds. Exit status 0 when the file was read strictly, 3 when\n"
-               "only the forgiving parse could read it (the original is kept beside it as\n"
-               "NAME.recovered-DATE), 2 when it cannot be read (the reason goes to stderr).\n"_s;
-    if (command == u"projects")
-        return u"Usage: hourfold-cli [--file PATH] [--json] projects\n"
-               "\n"
-               "One line per project: name, total duration (hours:minutes), total wages and\n"
-               "customer. With --json an array of objects with \"name\", \"description\",\n"
-               "\"customer\" (name or null), \"hourlyWage\", \"totalDuration\" and\n"
-               "\"totalDurationGross\" (whole minutes) and \"totalWages\".\n"_s;
-    if (command == u"entries")
-        return u"Usage: hourfold-cli [--file PATH] [--json] entries PROJECT\n"
-               "\n"
-               "One line per item in stored order: index, kind (timed or flatfee), the day or\n"
-               "from/to, the duration (the amount for a flat fee), the pause time, [x] when\n"
-               "checked, tags and comment. With --json an array of objects with \"index\",\n"
-               "\"kind\", \"hasPeriod\", \"day\", \"fromDate\", \"fromTime\", \"toDate\",\n"
-               "\"toTime\" (stored forms), \"time\", \"pauseTime\", \"effectiveDuration\"\n"
-               "(minutes), \"working\", \"paused\", \"checked\", \"comment\", \"tags\" and\n"
-               "\"amount\" (null for timed entries).\n"_s;
-    if (command == u"running")
-        return u"Usage: hourfold-cli [--file PATH] [--json] running\n"
-               "\n"
-               "Every running or paused entry: project, index, live duration and state. With\n"
-               "--json an array of objects with \"project\", \"index\", \"minutes\" and\n"
-               "\"paused\".\n"_s;
-    if (command == u"start")
-        return u"Usage: hourfold-cli [--file PATH] start PROJECT\n"
-               "\n"
-               "Adds a running timed entry to the project, starting now (rounded to the clock\n"
-               "as the project rounds start and end times), and saves the file.\n"_s;
-    if (command == u"pause")
-        return u"Usage: hourfold-cli [--file PATH] pause PROJECT [INDEX]\n"
-               "\n"
-               "Pauses the running entry INDEX, or without INDEX every running entry of the\n"
-               "project, and saves the file.\n"_s;
-    if (command == u"resume")
-        return u"Usage: hourfold-cli [--file PATH] resume PROJECT [INDEX]\n"
-               "\n"
-               "Resumes the paused entry INDEX, or without INDEX every paused entry of the\n"
-               "project, and saves the file.\n"_s;
-    if (command == u"stop")
-        return u"Usage: hourfold-cli [--file PATH] stop PROJECT [INDEX]\n"
-               "\n"
-               "Ends the running or paused entry INDEX now (resuming it first when paused; the\n"
-               "end is rounded as the project rounds times), or without INDEX every running or\n"
-               "paused entry of the project, and saves the file.\n"_s;
-    return {};
+CliCommands::~CliCommands() {
+    Preferences::setShared(nullptr);
 }
 
-int CliCommands::fail(const QString &message) {
-    m_err << message << '\n';
-    m_err.flush();
-    return BadArguments;
+CliCommands::Application CliCommands::applicationFor(const QStringList &arguments) {
+    GlobalOptions global;
+    if (!global.parse(arguments) || global.help || global.rest.value(0) != u"export")
+        return Application::Core;
+    CliOptions options(CliExport::valuedOptions(), CliExport::switches());
+    if (!options.parse(global.rest.mid(1)))
+        return Application::Core;
+    const QString format = options.value(u"--format"_s);
+    if (format == u"pdf")
+        return Application::WebEngine;
+    return format == u"rtf" ? Application::Gui : Application::Core;
 }
 
 int CliCommands::run(const QStringList &arguments) {
-    QStringList rest = arguments;
-    while (!rest.isEmpty() && rest.constFirst().startsWith(u"--")) {
-        const QString option = rest.takeFirst();
-        if (option == u"--help") {
-            m_out << generalHelp();
-            return Success;
-        } else if (option == u"--json") {
-            m_json = true;
-        } else if (option == u"--file") {
-            if (rest.isEmpty())
-                return fail(u"--file needs a path"_s);
-            m_file = rest.takeFirst();
-        } else if (option.startsWith(u"--file=")) {
-            m_file = option.mid(7);
-            if (m_file.isEmpty())
-                return fail(u"--file needs a path"_s);
-        } else {
-            return fail(u"Unknown option \"%1\""_s.arg(option));
-        }
+    GlobalOptions global;
+    if (!global.parse(arguments))
+        return fail(global.error);
+    if (global.help) {
+        m_console.out() << CliHelp::general();
+        return CliConsole::Success;
     }
+    m_console.setJson(global.json);
+    m_file.setPath(global.file.isEmpty() ? m_preferences.stringForKey(u"LastOpenFile")
+                                         : global.file);
+    QStringList rest = global.rest;
     if (rest.isEmpty())
         return fail(u"No command given; see hourfold-cli --help"_s);
     const QString command = rest.takeFirst();
-    if (commandHelp(command).isEmpty())
+    if (!CliHelp::commands().contains(command))
         return fail(u"Unknown command \"%1\"; see hourfold-cli --help"_s.arg(command));
     if (rest.contains(u"--help"_s)) {
-        m_out << commandHelp(command);
-        return Success;
+        m_console.out() << CliHelp::command(command);
+        return CliConsole::Success;
     }
-    if (command == u"check")
-        return check(rest);
-    if (command == u"projects")
-        return listProjects(rest);
-    if (command == u"entries")
-        return listEntries(rest);
-    if (command == u"running")
-        return listRunning(rest);
-    if (command == u"start")
-        return start(rest);
-    if (command == u"pause")
-        return changeTimers(TimerAction::Pause, rest);
-    if (command == u"resume")
-        return changeTimers(TimerAction::Resume, rest);
-    return changeTimers(TimerAction::Stop, rest);
+    static const QHash<QString, int (CliCommands::*)(const QStringList &)> handlers{
+        {u"check"_s, &CliCommands::check},         {u"projects"_s, &CliCommands::listProjects},
+        {u"entries"_s, &CliCommands::listEntries}, {u"running"_s, &CliCommands::listRunning},
+        {u"start"_s, &CliCommands::start},         {u"add-project"_s, &CliCommands::addProject},
+        {u"add-entry"_s, &CliCommands::addEntry},  {u"add-fee"_s, &CliCommands::addFee},
+        {u"customers"_s, &CliCommands::customers}, {u"filters"_s, &CliCommands::listFilters},
+        {u"export"_s, &CliCommands::exportReport}, {u"convert"_s, &CliCommands::convert},
+    };
+    if (const auto handler = handlers.value(command))
+        return (this->*handler)(rest);
+    const TimerAction action = command == u"pause"    ? TimerAction::Pause
+                               : command == u"resume" ? TimerAction::Resume
+                                                      : TimerAction::Stop;
+    return changeTimers(action, rest);
 }
 
-QString CliCommands::projectFilePath() const {
-    if (!m_file.isEmpty())
-        return m_file;
-    const Preferences preferences(m_preferencesPath);
-    return preferences.stringForKey(u"LastOpenFile");
-}
-
-bool CliCommands::loadForReading(CliDocument &document) {
-    const ProjectFile::LoadResult result = document.load(*m_currency);
-    if (!result.ok) {
-        m_err << u"Cannot read \"%1\": %2"_s.arg(document.path(), result.error) << '\n';
-        m_err.flush();
-        return false;
-    }
-    if (result.recovered) {
-        m_err << u"Warning: only the forgiving parse could read \"%1\"; the original is kept as "
-                 u"\"%2\""_s.arg(document.path(), result.backupPath)
-              << '\n';
-        m_err.flush();
-    }
-    return true;
+bool CliCommands::takesNothing(const QString &command, const QStringList &args) {
+    if (args.isEmpty())
+        return true;
+    fail(u"%1 takes no arguments"_s.arg(command));
+    return false;
 }
 
 int CliCommands::check(const QStringList &args) {
-    if (!args.isEmpty())
-        return fail(u"check takes no arguments"_s);
-    const QString path = projectFilePath();
-    if (path.isEmpty())
-        return fail(u"No project file: give --file PATH"_s);
-    CliDocument document(path);
+    if (!takesNothing(u"check"_s, args))
+        return CliConsole::BadArguments;
+    if (!m_file.hasPath())
+        return m_file.failWithoutPath();
+    CliDocument document(m_file.path());
     const ProjectFile::LoadResult result = document.load(*m_currency);
-    if (!result.ok) {
-        m_err << u"Cannot read \"%1\": %2"_s.arg(document.path(), result.error) << '\n';
-        m_err.flush();
-        return Unreadable;
-    }
+    if (!result.ok)
+        return m_console.fail(u"Cannot read \"%1\": %2"_s.arg(document.path(), result.error),
+                              CliConsole::Unreadable);
     int timed = 0, flatFees = 0, running = 0, paused = 0;
     for (const auto &project : document.projects()) {
         for (const auto &item : project->entries()) {
@@ -244,206 +186,160 @@ int CliCommands::check(const QStringList &args) {
                 ++running;
         }
     }
-    m_out << u"%1: %2 projects, %3 timed entries, %4 flat fees, %5 running, %6 paused"_s
-                 .arg(document.path())
-                 .arg(document.projects().size())
-                 .arg(timed)
-                 .arg(flatFees)
-                 .arg(running)
-                 .arg(paused)
-          << '\n';
-    if (result.recovered) {
-        m_err << u"Only the forgiving parse could read the file (%1); the original is kept as "
-                 u"\"%2\""_s.arg(result.damage, result.backupPath)
-              << '\n';
-        m_err.flush();
-        return Recovered;
-    }
-    return Success;
+    m_console.out() << u"%1: %2 projects, %3 timed entries, %4 flat fees, %5 running, %6 paused"_s
+                           .arg(document.path())
+                           .arg(document.projects().size())
+                           .arg(timed)
+                           .arg(flatFees)
+                           .arg(running)
+                           .arg(paused)
+                    << '\n';
+    if (result.recovered)
+        return m_console.fail(u"Only the forgiving parse could read the file (%1); the original "
+                              u"is kept as \"%2\""_s.arg(result.damage, result.backupPath),
+                              CliConsole::Recovered);
+    return CliConsole::Success;
+}
+
+QList<Customer::Pointer> CliCommands::storedCustomers() const {
+    QFile file(m_supportFolder + u"/customers.plist"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return Customer::unarchiveList(file.readAll()).customers;
 }
 
 QHash<int, QString> CliCommands::customerNames() const {
     QHash<int, QString> names;
-    QFile file(m_customersPath);
-    if (!file.open(QIODevice::ReadOnly))
-        return names;
-    const Customer::ListReading reading = Customer::unarchiveList(file.readAll());
-    for (const auto &customer : reading.customers)
+    for (const auto &customer : storedCustomers())
         names.insert(customer->customerID(), customer->name());
     return names;
 }
 
-void CliCommands::printJson(const QJsonArray &array) {
-    m_out << QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Indented));
-}
-
 int CliCommands::listProjects(const QStringList &args) {
-    if (!args.isEmpty())
-        return fail(u"projects takes no arguments"_s);
-    const QString path = projectFilePath();
-    if (path.isEmpty())
-        return fail(u"No project file: give --file PATH"_s);
-    CliDocument document(path);
-    if (!loadForReading(document))
-        return Unreadable;
-    const QHash<int, QString> customers = customerNames();
-    if (m_json) {
-        QJsonArray array;
-        for (const auto &project : document.projects()) {
-            const auto customer = customers.constFind(project->customer());
-            array.append(QJsonObject{
-                {u"name"_s, project->name()},
-                {u"description"_s, project->description()},
-                {u"customer"_s,
-                 customer == customers.cend() ? QJsonValue() : QJsonValue(*customer)},
-                {u"hourlyWage"_s, double(project->hourlyWage())},
-                {u"totalDuration"_s, project->totalTime(true)},
-                {u"totalDurationGross"_s, project->totalTime(false)},
-                {u"totalWages"_s, double(project->totalWages())},
-            });
+    if (!takesNothing(u"projects"_s, args))
+        return CliConsole::BadArguments;
+    return m_file.read([this](CliDocument &document) {
+        const QHash<int, QString> customers = customerNames();
+        if (m_console.json()) {
+            QJsonArray array;
+            for (const auto &project : document.projects()) {
+                const auto customer = customers.constFind(project->customer());
+                array.append(QJsonObject{
+                    {u"name"_s, project->name()},
+                    {u"description"_s, project->description()},
+                    {u"customer"_s,
+                     customer == customers.cend() ? QJsonValue() : QJsonValue(*customer)},
+                    {u"hourlyWage"_s, double(project->hourlyWage())},
+                    {u"totalDuration"_s, project->totalTime(true)},
+                    {u"totalDurationGross"_s, project->totalTime(false)},
+                    {u"totalWages"_s, double(project->totalWages())},
+                });
+            }
+            m_console.printJson(array);
+            return int(CliConsole::Success);
         }
-        printJson(array);
-        return Success;
-    }
-    TextTable table;
-    for (const auto &project : document.projects())
-        table.addRow({project->name(), hoursAndMinutes(project->totalTime(true)),
-                      project->formattedTotalWages(), customers.value(project->customer())});
-    table.print(m_out);
-    return Success;
+        TextTable table;
+        for (const auto &project : document.projects())
+            table.addRow({project->name(), hoursAndMinutes(project->totalTime(true)),
+                          project->formattedTotalWages(), customers.value(project->customer())});
+        table.print(m_console.out());
+        return int(CliConsole::Success);
+    });
 }
 
 int CliCommands::listEntries(const QStringList &args) {
     if (args.size() != 1)
         return fail(u"entries needs exactly one PROJECT"_s);
-    const QString path = projectFilePath();
-    if (path.isEmpty())
-        return fail(u"No project file: give --file PATH"_s);
-    CliDocument document(path);
-    if (!loadForReading(document))
-        return Unreadable;
-    const auto project = document.projectNamed(args.constFirst());
-    if (!project)
-        return fail(u"Unknown project \"%1\""_s.arg(args.constFirst()));
-    QJsonArray array;
-    TextTable table;
-    int index = 0;
-    for (const auto &item : project->entries()) {
-        ++index;
-        const Entry *entry = item->isEntry() ? static_cast<const Entry *>(item.get()) : nullptr;
-        const FlatFeeEntry *fee =
-            item->isFlatFee() ? static_cast<const FlatFeeEntry *>(item.get()) : nullptr;
-        if (m_json) {
-            array.append(QJsonObject{
-                {u"index"_s, index},
-                {u"kind"_s, entry ? u"timed"_s : u"flatfee"_s},
-                {u"hasPeriod"_s, item->hasPeriod()},
-                {u"day"_s, item->date()},
-                {u"fromDate"_s, entry ? entry->fromDate() : QString()},
-                {u"fromTime"_s, entry ? entry->fromTime() : QString()},
-                {u"toDate"_s, entry ? entry->toDate() : QString()},
-                {u"toTime"_s, entry ? entry->toTime() : QString()},
-                {u"time"_s, item->time()},
-                {u"pauseTime"_s, item->pauseTime()},
-                {u"effectiveDuration"_s, item->effectiveDuration()},
-                {u"working"_s, item->isWorking()},
-                {u"paused"_s, item->isPaused()},
-                {u"checked"_s, item->isChecked()},
-                {u"comment"_s, item->comment()},
-                {u"tags"_s, item->tags()},
-                {u"amount"_s, fee ? QJsonValue(double(fee->amount())) : QJsonValue()},
-            });
-            continue;
-        }
-        table.addRow(
-            {QString::number(index), entry ? u"timed"_s : u"flatfee"_s, whenText(*item),
-             fee ? m_currency->format(fee->amount()) : hoursAndMinutes(item->effectiveDuration()),
-             hoursAndMinutes(item->pauseTime()), item->isChecked() ? u"[x]"_s : u"[ ]"_s,
-             oneLine(item->tags()), oneLine(item->comment())});
-    }
-    if (m_json)
-        printJson(array);
-    else
-        table.print(m_out);
-    return Success;
-}
-
-int CliCommands::listRunning(const QStringList &args) {
-    if (!args.isEmpty())
-        return fail(u"running takes no arguments"_s);
-    const QString path = projectFilePath();
-    if (path.isEmpty())
-        return fail(u"No project file: give --file PATH"_s);
-    CliDocument document(path);
-    if (!loadForReading(document))
-        return Unreadable;
-    QJsonArray array;
-    TextTable table;
-    for (const auto &project : document.projects()) {
+    return m_file.read([&](CliDocument &document) {
+        const auto project = document.projectNamed(args.constFirst());
+        if (!project)
+            return fail(u"Unknown project \"%1\""_s.arg(args.constFirst()));
+        QJsonArray array;
+        TextTable table;
         int index = 0;
         for (const auto &item : project->entries()) {
             ++index;
-            if (!item->isEntry() || !(item->isWorking() || item->isPaused()))
+            const Entry *entry = item->isEntry() ? static_cast<const Entry *>(item.get()) : nullptr;
+            const FlatFeeEntry *fee =
+                item->isFlatFee() ? static_cast<const FlatFeeEntry *>(item.get()) : nullptr;
+            if (m_console.json()) {
+                array.append(QJsonObject{
+                    {u"index"_s, index},
+                    {u"kind"_s, entry ? u"timed"_s : u"flatfee"_s},
+                    {u"hasPeriod"_s, item->hasPeriod()},
+                    {u"day"_s, item->date()},
+                    {u"fromDate"_s, entry ? entry->fromDate() : QString()},
+                    {u"fromTime"_s, entry ? entry->fromTime() : QString()},
+                    {u"toDate"_s, entry ? entry->toDate() : QString()},
+                    {u"toTime"_s, entry ? entry->toTime() : QString()},
+                    {u"time"_s, item->time()},
+                    {u"pauseTime"_s, item->pauseTime()},
+                    {u"effectiveDuration"_s, item->effectiveDuration()},
+                    {u"working"_s, item->isWorking()},
+                    {u"paused"_s, item->isPaused()},
+                    {u"checked"_s, item->isChecked()},
+                    {u"comment"_s, item->comment()},
+                    {u"tags"_s, item->tags()},
+                    {u"amount"_s, fee ? QJsonValue(double(fee->amount())) : QJsonValue()},
+                });
                 continue;
-            if (m_json) {
-                array.append(QJsonObject{{u"project"_s, project->name()},
-                                         {u"index"_s, index},
-                                         {u"minutes"_s, item->effectiveDuration()},
-                                         {u"paused"_s, item->isPaused()}});
-            } else {
-                table.addRow({project->name(), QString::number(index),
-                              hoursAndMinutes(item->effectiveDuration()),
-                              item->isPaused() ? u"paused"_s : u"running"_s});
             }
+            table.addRow(
+                {QString::number(index), entry ? u"timed"_s : u"flatfee"_s, whenText(*item),
+                 fee ? m_currency->format(fee->amount())
+                     : hoursAndMinutes(item->effectiveDuration()),
+                 hoursAndMinutes(item->pauseTime()), item->isChecked() ? u"[x]"_s : u"[ ]"_s,
+                 oneLine(item->tags()), oneLine(item->comment())});
         }
-    }
-    if (m_json)
-        printJson(array);
-    else
-        table.print(m_out);
-    return Success;
+        if (m_console.json())
+            m_console.printJson(array);
+        else
+            table.print(m_console.out());
+        return int(CliConsole::Success);
+    });
 }
 
-int CliCommands::changeProject(const QString &projectName,
-                               const std::function<int(Project &, QStringList &)> &change) {
-    const QString path = projectFilePath();
-    if (path.isEmpty())
-        return fail(u"No project file: give --file PATH"_s);
-    CliDocument document(path);
-    // Read, change and write under the lock, so that no other process's change is lost.
-    ProjectFileLock lock(document.path());
-    if (!lock.lock()) {
-        m_err << lock.errorString() << '\n';
-        return Unreadable;
-    }
-    if (!loadForReading(document))
-        return Unreadable;
-    const auto project = document.projectNamed(projectName);
-    if (!project)
-        return fail(u"Unknown project \"%1\""_s.arg(projectName));
-    QStringList done;
-    const int result = change(*project, done);
-    if (result != Success)
-        return result;
-    const ProjectFile::SaveResult saved = document.save();
-    if (!saved.ok) {
-        m_err << u"Cannot write \"%1\": %2"_s.arg(document.path(), saved.error) << '\n';
-        return Unreadable;
-    }
-    for (const QString &line : std::as_const(done))
-        m_out << line << '\n';
-    return Success;
+int CliCommands::listRunning(const QStringList &args) {
+    if (!takesNothing(u"running"_s, args))
+        return CliConsole::BadArguments;
+    return m_file.read([this](CliDocument &document) {
+        QJsonArray array;
+        TextTable table;
+        for (const auto &project : document.projects()) {
+            int index = 0;
+            for (const auto &item : project->entries()) {
+                ++index;
+                if (!item->isEntry() || !(item->isWorking() || item->isPaused()))
+                    continue;
+                if (m_console.json()) {
+                    array.append(QJsonObject{{u"project"_s, project->name()},
+                                             {u"index"_s, index},
+                                             {u"minutes"_s, item->effectiveDuration()},
+                                             {u"paused"_s, item->isPaused()}});
+                } else {
+                    table.addRow({project->name(), QString::number(index),
+                                  hoursAndMinutes(item->effectiveDuration()),
+                                  item->isPaused() ? u"paused"_s : u"running"_s});
+                }
+            }
+        }
+        if (m_console.json())
+            m_console.printJson(array);
+        else
+            table.print(m_console.out());
+        return int(CliConsole::Success);
+    });
 }
 
 int CliCommands::start(const QStringList &args) {
     if (args.size() != 1)
         return fail(u"start needs exactly one PROJECT"_s);
-    return changeProject(args.constFirst(), [](Project &project, QStringList &done) {
+    return m_file.changeProject(args.constFirst(), [](Project &project, QStringList &done) {
         const auto entry = Entry::startedIn(project);
         project.addEntry(entry);
         done << u"Started entry %1 of \"%2\" at %3 %4"_s.arg(project.entries().size())
                     .arg(project.name(), entry->fromDate(), entry->fromTime());
-        return int(Success);
+        return int(CliConsole::Success);
     });
 }
 
@@ -459,7 +355,7 @@ int CliCommands::changeTimers(TimerAction action, const QStringList &args) {
         if (!index)
             return fail(u"\"%1\" is not an index (1 or more)"_s.arg(args[1]));
     }
-    return changeProject(args.constFirst(), [&](Project &project, QStringList &done) {
+    return m_file.changeProject(args.constFirst(), [&](Project &project, QStringList &done) {
         return changeTimersOf(project, action, index, done);
     });
 }
@@ -519,5 +415,222 @@ int CliCommands::changeTimersOf(Project &project, TimerAction action, std::optio
                                                              : u"Stopped"_s;
     for (const int i : std::as_const(chosen))
         done << u"%1 entry %2 of \"%3\""_s.arg(verbDone).arg(i).arg(project.name());
-    return Success;
+    return CliConsole::Success;
+}
+
+int CliCommands::addProject(const QStringList &args) {
+    CliOptions options({u"--description"_s, u"--wage"_s, u"--round-what"_s, u"--round-to"_s,
+                        u"--round-type"_s, u"--customer"_s, u"--tags"_s});
+    if (!options.parse(args))
+        return fail(options.error());
+    if (options.words().size() != 1)
+        return fail(u"add-project needs exactly one NAME"_s);
+    const QString name = options.words().constFirst();
+    if (name.isEmpty())
+        return fail(u"No project name entered. A project must have a unique name."_s);
+    // The project sheet's preset: the default wage, rounding off with a step of 5 minutes.
+    float wage = m_preferences.floatForKey(u"hourlyWage");
+    if (options.has(u"--wage"_s)) {
+        const std::optional<double> value = CliValues::number(options.value(u"--wage"_s));
+        if (!value || *value < 0)
+            return fail(
+                u"\"%1\" is not a wage (a number such as 12.5)"_s.arg(options.value(u"--wage"_s)));
+        wage = float(*value);
+    }
+    int rounding[3] = {0, 5, 0};
+    const struct {
+        QString option;
+        int lowest;
+        int highest;
+    } roundingOptions[3] = {
+        {u"--round-what"_s, 0, 2}, {u"--round-to"_s, 1, 60}, {u"--round-type"_s, 0, 2}};
+    for (int i = 0; i < 3; ++i) {
+        const auto &[option, lowest, highest] = roundingOptions[i];
+        if (!options.has(option))
+            continue;
+        const std::optional<int> value = CliValues::integer(options.value(option), lowest, highest);
+        if (!value)
+            return fail(
+                u"%1 takes a whole number from %2 to %3"_s.arg(option).arg(lowest).arg(highest));
+        rounding[i] = *value;
+    }
+    int customer = -1;
+    if (options.has(u"--customer"_s)) {
+        const QString customerName = options.value(u"--customer"_s);
+        for (const auto &stored : storedCustomers()) {
+            if (stored->name() == customerName) {
+                customer = stored->customerID();
+                break;
+            }
+        }
+        if (customer == -1)
+            return fail(u"Unknown customer \"%1\""_s.arg(customerName));
+    }
+    return m_file.change([&](CliDocument &document, QStringList &done) {
+        if (document.projectNamed(name))
+            return fail(u"A project named \"%1\" already exists."_s.arg(name));
+        document.addProject(std::make_shared<Project>(name, options.value(u"--description"_s), wage,
+                                                      rounding[0], rounding[1], rounding[2],
+                                                      customer, options.value(u"--tags"_s)));
+        done << u"Added project \"%1\""_s.arg(name);
+        return int(CliConsole::Success);
+    });
+}
+
+int CliCommands::addEntry(const QStringList &args) {
+    CliOptions options(
+        {u"--day"_s, u"--duration"_s, u"--from"_s, u"--to"_s, u"--comment"_s, u"--tags"_s});
+    if (!options.parse(args))
+        return fail(options.error());
+    if (options.words().size() != 1)
+        return fail(u"add-entry needs exactly one PROJECT"_s);
+    const bool byDay = options.has(u"--day"_s) && options.has(u"--duration"_s);
+    const bool byPeriod = options.has(u"--from"_s) && options.has(u"--to"_s);
+    if (byDay == byPeriod || (byDay && (options.has(u"--from"_s) || options.has(u"--to"_s))) ||
+        (byPeriod && (options.has(u"--day"_s) || options.has(u"--duration"_s))))
+        return fail(u"add-entry needs --day and --duration, or --from and --to"_s);
+    auto entry = std::make_shared<Entry>();
+    if (byDay) {
+        const std::optional<QDate> day = CliValues::day(options.value(u"--day"_s));
+        if (!day)
+            return fail(u"\"%1\" is not a day (DD.MM.YYYY)"_s.arg(options.value(u"--day"_s)));
+        const std::optional<int> minutes = CliValues::duration(options.value(u"--duration"_s));
+        if (!minutes)
+            return fail(u"\"%1\" is not a duration (HH:MM)"_s.arg(options.value(u"--duration"_s)));
+        entry->setDate(StoredForms::dateText(*day));
+        entry->setTime(*minutes);
+    } else {
+        std::optional<QDateTime> ends[2];
+        const QString names[2] = {u"--from"_s, u"--to"_s};
+        for (int i = 0; i < 2; ++i) {
+            ends[i] = CliValues::moment(options.value(names[i]));
+            if (!ends[i])
+                return fail(
+                    u"\"%1\" is not a moment (DD.MM.YYYY HH:MM)"_s.arg(options.value(names[i])));
+        }
+        const QDateTime &from = *ends[0];
+        const QDateTime &to = *ends[1];
+        // The entry sheet's texts for a period that ends before it starts.
+        if (to < from)
+            return fail(u"Date range error. The 'to' time must be after the 'from' time."_s);
+        entry->setHasPeriod(true);
+        entry->setFromDate(StoredForms::dateText(from.date()));
+        entry->setFromTime(StoredForms::timeText(from.time()));
+        entry->setToDate(StoredForms::dateText(to.date()));
+        entry->setToTime(StoredForms::timeText(to.time()));
+        entry->setTime(int(from.secsTo(to) / 60));
+    }
+    entry->setComment(options.value(u"--comment"_s));
+    entry->setTags(options.value(u"--tags"_s));
+    return m_file.changeProject(
+        options.words().constFirst(), [&](Project &project, QStringList &done) {
+            project.addEntry(entry);
+            done << u"Added entry %1 of \"%2\" (%3)"_s.arg(project.entries().size())
+                        .arg(project.name(), hoursAndMinutes(entry->effectiveDuration()));
+            return int(CliConsole::Success);
+        });
+}
+
+int CliCommands::addFee(const QStringList &args) {
+    CliOptions options({u"--day"_s, u"--amount"_s, u"--comment"_s, u"--tags"_s});
+    if (!options.parse(args))
+        return fail(options.error());
+    if (options.words().size() != 1)
+        return fail(u"add-fee needs exactly one PROJECT"_s);
+    if (!options.has(u"--day"_s) || !options.has(u"--amount"_s))
+        return fail(u"add-fee needs --day and --amount"_s);
+    const std::optional<QDate> day = CliValues::day(options.value(u"--day"_s));
+    if (!day)
+        return fail(u"\"%1\" is not a day (DD.MM.YYYY)"_s.arg(options.value(u"--day"_s)));
+    const std::optional<double> amount = CliValues::number(options.value(u"--amount"_s));
+    if (!amount)
+        return fail(u"\"%1\" is not an amount (a number such as 120.5)"_s.arg(
+            options.value(u"--amount"_s)));
+    auto fee = std::make_shared<FlatFeeEntry>();
+    fee->setDate(StoredForms::dateText(*day));
+    fee->setAmount(float(*amount));
+    fee->setComment(options.value(u"--comment"_s));
+    fee->setTags(options.value(u"--tags"_s));
+    return m_file.changeProject(
+        options.words().constFirst(), [&](Project &project, QStringList &done) {
+            project.addEntry(fee);
+            done << u"Added flat fee %1 of \"%2\" (%3)"_s.arg(project.entries().size())
+                        .arg(project.name(), m_currency->format(fee->amount()));
+            return int(CliConsole::Success);
+        });
+}
+
+int CliCommands::listFilters(const QStringList &args) {
+    if (!takesNothing(u"filters"_s, args))
+        return CliConsole::BadArguments;
+    const QString path = m_supportFolder + u"/filters.plist"_s;
+    QString error;
+    const std::optional<QList<Filter::Pointer>> filters = CliExport::readSavedFilters(path, error);
+    if (!filters)
+        return m_console.fail(u"Cannot read \"%1\": %2"_s.arg(path, error), CliConsole::Unreadable);
+    QJsonArray array;
+    TextTable table;
+    for (const auto &filter : *filters) {
+        const bool projects = bool(filter->projectQuery());
+        const bool entries = bool(filter->entryQuery());
+        if (m_console.json()) {
+            array.append(QJsonObject{{u"name"_s, filter->name()},
+                                     {u"projectsQuery"_s, projects},
+                                     {u"entriesQuery"_s, entries}});
+            continue;
+        }
+        QStringList queries;
+        if (projects)
+            queries << u"projects"_s;
+        if (entries)
+            queries << u"entries"_s;
+        table.addRow({filter->name(), queries.join(u", "_s)});
+    }
+    if (m_console.json())
+        m_console.printJson(array);
+    else
+        table.print(m_console.out());
+    return CliConsole::Success;
+}
+
+int CliCommands::convert(const QStringList &args) {
+    CliOptions options({u"--output"_s});
+    if (!options.parse(args))
+        return fail(options.error());
+    if (!options.words().isEmpty() || options.value(u"--output"_s).isEmpty())
+        return fail(u"convert needs --output PATH and nothing else"_s);
+    if (!m_file.hasPath())
+        return m_file.failWithoutPath();
+    const QString target = QFileInfo(options.value(u"--output"_s)).absoluteFilePath();
+    const QString written = u"Wrote \"%1\" in the current layout"_s.arg(target);
+    if (target == CliDocument(m_file.path()).path()) {
+        return m_file.change([&](CliDocument &document, QStringList &done) {
+            document.setChanged();
+            done << written;
+            return int(CliConsole::Success);
+        });
+    }
+    return m_file.read([&](CliDocument &document) {
+        ProjectFileLock lock(target);
+        if (!lock.lock())
+            return m_console.fail(lock.errorString(), CliConsole::Unreadable);
+        const ProjectFile::SaveResult saved = ProjectFile::save(target, document.projects());
+        if (!saved.ok)
+            return m_console.fail(u"Cannot write \"%1\": %2"_s.arg(target, saved.error),
+                                  CliConsole::Unreadable);
+        m_console.out() << written << '\n';
+        return int(CliConsole::Success);
+    });
+}
+
+int CliCommands::customers(const QStringList &args) {
+    CliCustomers customers(m_console, m_preferences, m_supportFolder + u"/customers.plist"_s,
+                           m_file);
+    return customers.run(args);
+}
+
+int CliCommands::exportReport(const QStringList &args) {
+    CliExport report(m_console, m_preferences, m_supportFolder, *m_currency, m_file,
+                     m_rendererFactory);
+    return report.run(args);
 }

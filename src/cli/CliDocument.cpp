@@ -10,6 +10,7 @@ ProjectFile::LoadResult CliDocument::load(const CurrencyFormatter &currency) {
     if (!result.ok)
         return result;
     m_projects = result.projects;
+    m_currency = &currency;
     for (const auto &project : std::as_const(m_projects))
         project->setCurrencyFormatter(&currency);
     return result;
@@ -25,4 +26,30 @@ std::shared_ptr<Project> CliDocument::projectNamed(const QString &name) const {
             return project;
     }
     return nullptr;
+}
+
+void CliDocument::addProject(const std::shared_ptr<Project> &project) {
+    project->setCurrencyFormatter(m_currency);
+    m_projects.append(project);
+    m_changed = true;
+}
+
+ProjectList CliDocument::removeCustomerFromProjects(int customerId) {
+    ProjectList cleared;
+    for (const auto &project : std::as_const(m_projects)) {
+        if (project->customer() == customerId) {
+            project->setCustomer(-1);
+            cleared.append(project);
+        }
+    }
+    if (!cleared.isEmpty())
+        m_changed = true;
+    return cleared;
+}
+
+void CliDocument::assignCustomerToProjects(int customerId, const ProjectList &projects) {
+    for (const auto &project : projects)
+        project->setCustomer(customerId);
+    if (!projects.isEmpty())
+        m_changed = true;
 }

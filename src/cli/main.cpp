@@ -1,26 +1,52 @@
 #include "CliCommands.h"
 #include "model/HelpFunctions.h"
 #include "platform/Preferences.h"
+#include "render/WebEngineReportRenderer.h"
+#include "render/WebEngineSetup.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QTextStream>
 
 #include <cstdio>
+#include <memory>
+
+namespace {
+
+std::unique_ptr<QCoreApplication> makeApplication(CliCommands::Application kind, int &argc,
+                                                  char **argv) {
+    if (kind == CliCommands::Application::Core)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    // Reports are drawn without a display when there is none.
+    if (!qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
+        !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (kind == CliCommands::Application::Gui)
+        return std::make_unique<QGuiApplication>(argc, argv);
+    WebEngineSetup::prepareProcess();
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+} // namespace
 
 int main(int argc, char *argv[]) {
-    QCoreApplication app(argc, argv);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const auto app = makeApplication(CliCommands::applicationFor(arguments), argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Hourfold"));
     QCoreApplication::setOrganizationName(QStringLiteral("Hourfold"));
-    // The commands print their own messages; the library's log says the same again.
-    // QT_LOGGING_RULES still turns it on.
-    QLoggingCategory::setFilterRules(QStringLiteral("hourfold.*=false"));
+    // The commands print their own messages; the library's log says the same again, and the
+    // HTML engine describes its set-up. QT_LOGGING_RULES still turns them on.
+    QLoggingCategory::setFilterRules(
+        QStringLiteral("hourfold.*=false\nqt.webenginecontext.info=false"));
     QTextStream out(stdout);
     QTextStream err(stderr);
     CliCommands commands(out, err, Preferences::defaultFilePath(),
-                         HelpFunctions::applicationSupportFolder() +
-                             QStringLiteral("/customers.plist"));
-    const int status = commands.run(QCoreApplication::arguments().mid(1));
+                         HelpFunctions::applicationSupportFolder(),
+                         [] { return std::make_unique<WebEngineReportRenderer>(); });
+    const int status = commands.run(arguments);
     out.flush();
     err.flush();
     return status;

@@ -275,6 +275,11 @@ private slots:
         QCOMPARE(m_controller->stylePath(), offered.first().path);
         m_controller->setStylePath(m_folder->filePath(u"Gone.hfstyle"_s));
         QCOMPARE(m_controller->stylePath(), offered.first().path);
+        // A style folder that is not installed is used where it is.
+        const QString elsewhere = m_folder->filePath(u"Elsewhere.hfstyle"_s);
+        QVERIFY(QDir().mkdir(elsewhere));
+        m_controller->setStylePath(elsewhere);
+        QCOMPARE(m_controller->stylePath(), elsewhere);
         m_controller->setFormat(ExportController::Html);
         QCOMPARE(m_controller->stylePath(), offered.last().path);
 
@@ -283,6 +288,13 @@ private slots:
         const auto result = m_controller->exportTo(target);
         QVERIFY2(result.ok, qPrintable(result.error));
         QVERIFY(readFile(target + u"/report.html"_s).contains("Website"));
+        QCOMPARE(m_preferences.stringForKey(u"exportStartingDirectory"), m_folder->path());
+
+        // Writing alone remembers no folder.
+        const QString other = m_folder->filePath(u"other/site"_s);
+        QVERIFY(QDir().mkpath(other));
+        QVERIFY(m_controller->writeTo(other).ok);
+        QVERIFY(readFile(other + u"/report.html"_s).contains("Website"));
         QCOMPARE(m_preferences.stringForKey(u"exportStartingDirectory"), m_folder->path());
     }
 

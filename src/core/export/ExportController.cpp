@@ -73,6 +73,8 @@ QString ExportController::stylePath() const {
         if (style.path == chosen)
             return chosen;
     }
+    if (!chosen.isEmpty() && QFileInfo(chosen).isDir())
+        return chosen;
     return offered.isEmpty() ? QString() : offered.first().path;
 }
 
@@ -214,6 +216,10 @@ std::unique_ptr<Exporter> ExportController::createExporter(QString &error) const
 
 Exporter::Result ExportController::exportTo(const QString &path) {
     m_preferences.setObject(QFileInfo(path).absolutePath(), startingDirectoryKey);
+    return writeTo(path);
+}
+
+Exporter::Result ExportController::writeTo(const QString &path) {
     QString error;
     const std::unique_ptr<Exporter> exporter = createExporter(error);
     if (!exporter)

@@ -59,7 +59,8 @@ public:
 
     // The styles offered for PDF, HTML and RTF, built-in first, read afresh on every call.
     static QList<HTMLStyles::Style> styles();
-    // The chosen style of the current format; the first offered one until another is chosen.
+    // The chosen style of the current format while it is offered or its folder exists (a style
+    // given by path); otherwise the first offered one.
     QString stylePath() const;
     void setStylePath(const QString &path);
 
@@ -111,6 +112,8 @@ public:
     Destination destination() const;
     // Remembers the destination's folder and writes the checked projects there.
     Exporter::Result exportTo(const QString &path);
+    // Writes the checked projects there, remembering nothing.
+    Exporter::Result writeTo(const QString &path);
 
     // Copies the styles (folders or files) into the user's styles folder, never replacing one.
     // Returns how many were installed.

@@ -1,0 +1,22 @@
+#include "CliConsole.h"
+
+#include <QJsonDocument>
+
+int CliConsole::fail(const QString &message, int status) {
+    warn(message);
+    return status;
+}
+
+void CliConsole::warn(const QString &message) {
+    m_err << message << '\n';
+    m_err.flush();
+}
+
+void CliConsole::bell() {
+    m_err << '\a';
+    m_err.flush();
+}
+
+void CliConsole::printJson(const QJsonArray &array) {
+    m_out << QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Indented));
+}

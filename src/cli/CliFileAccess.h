@@ -1,0 +1,45 @@
+#pragma once
+
+#include "CliDocument.h"
+
+#include <QStringList>
+#include <functional>
+
+class CliConsole;
+class CurrencyFormatter;
+
+// The project file of one run of hourfold-cli: read for listings, and read, changed and written
+// under the file's lock for changes, so that no other process's change is lost in between. Every
+// problem is printed with the status it ends the command with.
+class CliFileAccess {
+public:
+    using Reader = std::function<int(CliDocument &)>;
+    // Adds the lines to print once the change is written; answers Success to have it written.
+    using Change = std::function<int(CliDocument &, QStringList &done)>;
+    using ProjectChange = std::function<int(Project &, QStringList &done)>;
+
+    CliFileAccess(CliConsole &console, const CurrencyFormatter &currency);
+
+    // The file given with --file, else the desktop program's last opened one; empty for none.
+    void setPath(const QString &path) { m_path = path; }
+    QString path() const { return m_path; }
+    bool hasPath() const { return !m_path.isEmpty(); }
+    // The message for a run without a file.
+    int failWithoutPath();
+
+    // Reads the file (a write always replaces it whole, so no lock is needed) and hands it to
+    // the reader; a file only the forgiving parse could read is used with a warning.
+    int read(const Reader &reader);
+    // Reads the file under its lock and writes it when the change answers Success having changed
+    // the document; nothing is written otherwise.
+    int change(const Change &apply);
+    // change() of the project with exactly this name; an unknown name is refused.
+    int changeProject(const QString &projectName, const ProjectChange &apply);
+
+private:
+    bool load(CliDocument &document);
+
+    CliConsole &m_console;
+    const CurrencyFormatter &m_currency;
+    QString m_path;
+};
