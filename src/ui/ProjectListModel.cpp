@@ -680,6 +680,9 @@ bool ProjectListModel::dropMimeData(const QMimeData *data, Qt::DropAction action
 bool ProjectListModel::dropEntry(const QMimeData &data, const std::shared_ptr<Project> &target) {
     const auto dragged = m_draggedItem.lock();
     if (dragged && &data == m_dragData.data()) {
+        // Dropped on its own project, it stays where it is.
+        if (dragged->parent() == target.get())
+            return true;
         // The item itself moves: it keeps its check mark and attachments.
         m_collection.moveEntries({dragged}, target);
     } else {

@@ -25,10 +25,14 @@ struct OptionalColumn {
 
 // In the order in which they are updated.
 constexpr OptionalColumn optionalColumns[] = {
-    {ProjectListModel::DescriptionColumn, u"showDescriptionColumn", QT_TR_NOOP("Description")},
-    {ProjectListModel::StateColumn, u"showStateColumn", QT_TR_NOOP("State")},
-    {ProjectListModel::ActionColumn, u"showActionColumn", QT_TR_NOOP("Action")},
-    {ProjectListModel::DurationColumn, u"showDurationColumn", QT_TR_NOOP("Duration")},
+    {ProjectListModel::DescriptionColumn, u"showDescriptionColumn",
+     QT_TRANSLATE_NOOP("ProjectListView", "Description")},
+    {ProjectListModel::StateColumn, u"showStateColumn",
+     QT_TRANSLATE_NOOP("ProjectListView", "State")},
+    {ProjectListModel::ActionColumn, u"showActionColumn",
+     QT_TRANSLATE_NOOP("ProjectListView", "Action")},
+    {ProjectListModel::DurationColumn, u"showDurationColumn",
+     QT_TRANSLATE_NOOP("ProjectListView", "Duration")},
 };
 
 constexpr float gridShare = 0.18f;
@@ -87,8 +91,11 @@ ProjectListView::ProjectListView(UserAlerts &alerts, QWidget *parent)
 }
 
 void ProjectListView::setProjectListModel(ProjectListModel *model) {
-    if (m_model)
+    if (m_model) {
         disconnect(m_model, nullptr, this, nullptr);
+        disconnect(this, nullptr, m_model, nullptr);
+        disconnect(&m_model->preferences(), nullptr, this, nullptr);
+    }
     m_model = model;
     setModel(model);
     if (!model)
