@@ -42,7 +42,7 @@ struct ProjectListFixture {
         web->addEntry(call);
         auto review = dayEntry(u"03.11.2026"_s, 30);
         review->setComment(u"Review"_s);
-        review->addAttachments({u"/tmp/spec.pdf"_s});
+        review->addAttachments({u"/tmp/brief.pdf"_s});
         web->addEntry(review);
         auto paused = periodEntry(u"22.11.2026 08:00"_s);
         paused->setPausedAt(at(u"22.11.2026 10:00"_s));
