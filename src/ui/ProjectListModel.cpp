@@ -1,0 +1,765 @@
+#include "ProjectListModel.h"
+
+#include "ActionTableColumn.h"
+#include "Pictures.h"
+#include "ProjectListPasteboard.h"
+#include "model/Clock.h"
+#include "model/ProjectCollection.h"
+#include "model/StoredForms.h"
+#include "platform/CurrencyFormatter.h"
+#include "platform/Preferences.h"
+#include "stores/CustomerStorage.h"
+#include "stores/VCardReader.h"
+
+#include <QGuiApplication>
+#include <QSet>
+#include <QUrl>
+
+namespace {
+
+const QStringList &columnIdentifiers() {
+    static const QStringList identifiers{
+        QStringLiteral("Day_Col"), QStringLiteral("Description_Col"),
+        QStringLiteral("Duration_Col"), QStringLiteral("Action_Col"), QStringLiteral("State_Col")};
+    return identifiers;
+}
+
+int alignmentOf(int column) {
+    switch (column) {
+    case ProjectListModel::DurationColumn:
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    case ProjectListModel::StateColumn:
+    case ProjectListModel::ActionColumn:
+        return int(Qt::AlignCenter);
+    default:
+        return int(Qt::AlignLeft | Qt::AlignVCenter);
+    }
+}
+
+// The same items, possibly in another order.
+bool sameItems(const ItemList &a, const ItemList &b) {
+    if (a.size() != b.size())
+        return false;
+    QSet<const ProjectItem *> set;
+    set.reserve(a.size());
+    for (const auto &item : a)
+        set.insert(item.get());
+    for (const auto &item : b) {
+        if (!set.remove(item.get()))
+            return false;
+    }
+    return true;
+}
+
+QStringList localFiles(const QMimeData &data) {
+    QStringList paths;
+    if (!data.hasUrls())
+        return paths;
+    const QList<QUrl> urls = data.urls();
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile() && !url.toLocalFile().isEmpty())
+            paths.append(url.toLocalFile());
+    }
+    return paths;
+}
+
+bool hasAnyFormat(const QMimeData &data, const QStringList &types) {
+    for (const QString &type : types) {
+        if (data.hasFormat(type))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+ProjectListModel::ProjectListModel(ProjectCollection &collection, Preferences &preferences,
+                                   const CurrencyFormatter &currency, QObject *parent)
+    : QAbstractItemModel(parent)
+    , m_collection(collection)
+    , m_preferences(preferences)
+    , m_currency(currency)
+    , m_colors(QGuiApplication::palette()) {
+    readPreferences();
+    for (const auto &project : collection.visibleProjects()) {
+        m_nodes.push_back(makeNode(project));
+        m_nodeOf.insert(project.get(), m_nodes.back().get());
+    }
+    renumber();
+    rebuildRunning();
+    connect(&collection, &ProjectCollection::projectsChanged, this, &ProjectListModel::reload);
+    // Timer commands change entries in place and only mark the document changed.
+    connect(&collection, &ProjectCollection::changedMarkChanged, this, &ProjectListModel::reload);
+    connect(&preferences, &Preferences::valueChanged, this, &ProjectListModel::preferenceChanged);
+}
+
+ProjectListModel::~ProjectListModel() = default;
+
+void ProjectListModel::setPalette(const QPalette &palette) {
+    m_colors = RowColors(palette);
+    emitAllChanged();
+}
+
+QString ProjectListModel::columnIdentifier(int column) {
+    return columnIdentifiers().value(column);
+}
+
+int ProjectListModel::columnForIdentifier(QStringView identifier) {
+    for (int column = 0; column < ColumnCount; ++column) {
+        if (columnIdentifiers()[column] == identifier)
+            return column;
+    }
+    return -1;
+}
+
+ProjectListModel::Node *ProjectListModel::nodeOf(const QModelIndex &index) const {
+    if (!index.isValid() || index.model() != this)
+        return nullptr;
+    if (index.internalPointer())
+        return static_cast<Node *>(index.internalPointer());
+    return m_nodes[size_t(index.row())].get();
+}
+
+const ProjectListModel::Node *ProjectListModel::parentNode(const QModelIndex &index) const {
+    return index.isValid() ? static_cast<const Node *>(index.internalPointer()) : nullptr;
+}
+
+QModelIndex ProjectListModel::index(int row, int column, const QModelIndex &parent) const {
+    if (row < 0 || column < 0 || column >= ColumnCount)
+        return {};
+    if (!parent.isValid())
+        return row < int(m_nodes.size()) ? createIndex(row, column, nullptr) : QModelIndex();
+    if (parentNode(parent) || parent.column() != 0)
+        return {};
+    Node *node = m_nodes[size_t(parent.row())].get();
+    return row < node->items.size() ? createIndex(row, column, node) : QModelIndex();
+}
+
+QModelIndex ProjectListModel::parent(const QModelIndex &child) const {
+    const Node *node = parentNode(child);
+    return node ? createIndex(node->row, 0, nullptr) : QModelIndex();
+}
+
+int ProjectListModel::rowCount(const QModelIndex &parent) const {
+    if (!parent.isValid())
+        return int(m_nodes.size());
+    if (parentNode(parent) || parent.column() != 0)
+        return 0;
+    return int(m_nodes[size_t(parent.row())]->items.size());
+}
+
+int ProjectListModel::columnCount(const QModelIndex &) const {
+    return ColumnCount;
+}
+
+std::shared_ptr<Project> ProjectListModel::projectAt(const QModelIndex &index) const {
+    const Node *node = nodeOf(index);
+    return node ? node->project : nullptr;
+}
+
+std::shared_ptr<ProjectItem> ProjectListModel::itemAt(const QModelIndex &index) const {
+    const Node *node = parentNode(index);
+    if (!node || index.model() != this)
+        return nullptr;
+    return node->items.value(index.row());
+}
+
+bool ProjectListModel::isProjectRow(const QModelIndex &index) const {
+    return index.isValid() && index.model() == this && !parentNode(index);
+}
+
+QModelIndex ProjectListModel::indexOfProject(const Project &project, int column) const {
+    const Node *node = m_nodeOf.value(&project);
+    return node ? createIndex(node->row, column, nullptr) : QModelIndex();
+}
+
+QModelIndex ProjectListModel::indexOfItem(const ProjectItem &item, int column) const {
+    Node *node = m_nodeOf.value(item.parent());
+    if (!node)
+        return {};
+    if (!node->rowOfBuilt) {
+        node->rowOf.clear();
+        node->rowOf.reserve(node->items.size());
+        for (int row = 0; row < node->items.size(); ++row)
+            node->rowOf.insert(node->items[row].get(), row);
+        node->rowOfBuilt = true;
+    }
+    const int row = node->rowOf.value(&item, -1);
+    return row < 0 ? QModelIndex() : createIndex(row, column, node);
+}
+
+ItemList ProjectListModel::shownItems(const Project &project) const {
+    if (m_collection.currentFilter() || !m_collection.searchText().isEmpty())
+        return m_collection.filteredEntriesForProject(project);
+    return project.entries();
+}
+
+std::unique_ptr<ProjectListModel::Node>
+ProjectListModel::makeNode(const std::shared_ptr<Project> &project) const {
+    auto node = std::make_unique<Node>();
+    node->project = project;
+    node->items = shownItems(*project);
+    return node;
+}
+
+void ProjectListModel::renumber() {
+    for (size_t row = 0; row < m_nodes.size(); ++row)
+        m_nodes[row]->row = int(row);
+}
+
+void ProjectListModel::reload() {
+    bool topLevelReordered = false;
+    syncTopLevel(topLevelReordered);
+    std::vector<Node *> reordered;
+    for (const auto &node : m_nodes)
+        syncChildren(*node, reordered);
+    applyReorders(topLevelReordered, reordered);
+    for (const auto &node : m_nodes) {
+        node->totalDuration.reset();
+        node->checkState.reset();
+    }
+    rebuildRunning();
+    emitAllChanged();
+}
+
+void ProjectListModel::syncTopLevel(bool &reordered) {
+    const ProjectList &now = m_collection.visibleProjects();
+    const qsizetype oldSize = qsizetype(m_nodes.size());
+    const qsizetype newSize = now.size();
+    const qsizetype common = std::min(oldSize, newSize);
+    qsizetype prefix = 0;
+    while (prefix < common && m_nodes[size_t(prefix)]->project == now[prefix])
+        ++prefix;
+    if (prefix == oldSize && prefix == newSize)
+        return;
+    if (oldSize == newSize) {
+        const bool sameSet = std::all_of(now.cbegin(), now.cend(), [this](const auto &project) {
+            return m_nodeOf.contains(project.get());
+        });
+        if (sameSet) {
+            reordered = true;
+            return;
+        }
+    }
+    qsizetype suffix = 0;
+    while (suffix < common - prefix &&
+           m_nodes[size_t(oldSize - 1 - suffix)]->project == now[newSize - 1 - suffix])
+        ++suffix;
+    const qsizetype oldLast = oldSize - suffix - 1;
+    if (oldLast >= prefix) {
+        beginRemoveRows({}, int(prefix), int(oldLast));
+        for (qsizetype row = prefix; row <= oldLast; ++row)
+            m_nodeOf.remove(m_nodes[size_t(row)]->project.get());
+        m_nodes.erase(m_nodes.begin() + prefix, m_nodes.begin() + oldLast + 1);
+        renumber();
+        endRemoveRows();
+    }
+    const qsizetype newLast = newSize - suffix - 1;
+    if (newLast >= prefix) {
+        beginInsertRows({}, int(prefix), int(newLast));
+        for (qsizetype row = prefix; row <= newLast; ++row) {
+            auto node = makeNode(now[row]);
+            m_nodeOf.insert(now[row].get(), node.get());
+            m_nodes.insert(m_nodes.begin() + row, std::move(node));
+        }
+        renumber();
+        endInsertRows();
+    }
+}
+
+void ProjectListModel::syncChildren(Node &node, std::vector<Node *> &reordered) {
+    const ItemList now = shownItems(*node.project);
+    const ItemList &old = node.items;
+    if (old.size() == now.size() &&
+        (old.constData() == now.constData() || std::equal(old.cbegin(), old.cend(), now.cbegin())))
+        return;
+    if (sameItems(old, now)) {
+        node.reordered = now;
+        reordered.push_back(&node);
+        return;
+    }
+    const qsizetype common = std::min(old.size(), now.size());
+    qsizetype prefix = 0;
+    while (prefix < common && old[prefix] == now[prefix])
+        ++prefix;
+    qsizetype suffix = 0;
+    while (suffix < common - prefix && old[old.size() - 1 - suffix] == now[now.size() - 1 - suffix])
+        ++suffix;
+    const QModelIndex parent = createIndex(node.row, 0, nullptr);
+    const qsizetype oldLast = old.size() - suffix - 1;
+    if (oldLast >= prefix) {
+        beginRemoveRows(parent, int(prefix), int(oldLast));
+        node.items.remove(prefix, oldLast - prefix + 1);
+        node.rowOfBuilt = false;
+        endRemoveRows();
+    }
+    const qsizetype newLast = now.size() - suffix - 1;
+    if (newLast >= prefix) {
+        beginInsertRows(parent, int(prefix), int(newLast));
+        node.items = now;
+        node.rowOfBuilt = false;
+        endInsertRows();
+    }
+}
+
+void ProjectListModel::applyReorders(bool topLevelReordered, const std::vector<Node *> &reordered) {
+    if (!topLevelReordered && reordered.empty())
+        return;
+    QList<QPersistentModelIndex> parents;
+    if (!topLevelReordered) {
+        for (const Node *node : reordered)
+            parents.append(createIndex(node->row, 0, nullptr));
+    }
+    emit layoutAboutToBeChanged(parents, VerticalSortHint);
+
+    QHash<const Node *, int> newRowOfNode;
+    if (topLevelReordered) {
+        const ProjectList &now = m_collection.visibleProjects();
+        for (int row = 0; row < now.size(); ++row)
+            newRowOfNode.insert(m_nodeOf.value(now[row].get()), row);
+    }
+    for (Node *node : reordered) {
+        node->rowOf.clear();
+        node->rowOf.reserve(node->reordered.size());
+        for (int row = 0; row < node->reordered.size(); ++row)
+            node->rowOf.insert(node->reordered[row].get(), row);
+        node->rowOfBuilt = true;
+    }
+
+    const QModelIndexList from = persistentIndexList();
+    QModelIndexList to;
+    to.reserve(from.size());
+    for (const QModelIndex &index : from) {
+        Node *node = static_cast<Node *>(index.internalPointer());
+        if (!node) {
+            const Node *project = m_nodes[size_t(index.row())].get();
+            const int row = topLevelReordered ? newRowOfNode.value(project) : index.row();
+            to.append(createIndex(row, index.column(), nullptr));
+        } else if (!node->reordered.isEmpty()) {
+            const int row = node->rowOf.value(node->items[index.row()].get());
+            to.append(createIndex(row, index.column(), node));
+        } else {
+            to.append(index);
+        }
+    }
+
+    if (topLevelReordered) {
+        std::vector<std::unique_ptr<Node>> nodes(m_nodes.size());
+        for (auto &node : m_nodes) {
+            const int row = newRowOfNode.value(node.get());
+            nodes[size_t(row)] = std::move(node);
+        }
+        m_nodes = std::move(nodes);
+        renumber();
+    }
+    for (Node *node : reordered) {
+        node->items = node->reordered;
+        node->reordered.clear();
+    }
+    changePersistentIndexList(from, to);
+    emit layoutChanged(parents, VerticalSortHint);
+}
+
+void ProjectListModel::rebuildRunning() {
+    m_running.clear();
+    for (const auto &node : m_nodes) {
+        for (int row = 0; row < node->items.size(); ++row) {
+            const ProjectItem &item = *node->items[row];
+            if (item.isEntry() && item.isWorking())
+                m_running.push_back({node.get(), row});
+        }
+    }
+}
+
+void ProjectListModel::refreshRunning() {
+    for (const RunningCell &cell : m_running) {
+        const QModelIndex index =
+            createIndex(cell.row, DurationColumn, const_cast<Node *>(cell.node));
+        emit dataChanged(index, index, {Qt::DisplayRole});
+    }
+}
+
+void ProjectListModel::emitAllChanged() {
+    if (m_nodes.empty())
+        return;
+    emit dataChanged(index(0, 0), index(int(m_nodes.size()) - 1, ColumnCount - 1));
+    for (const auto &node : m_nodes) {
+        if (node->items.isEmpty())
+            continue;
+        emit dataChanged(createIndex(0, 0, node.get()),
+                         createIndex(int(node->items.size()) - 1, ColumnCount - 1, node.get()));
+    }
+}
+
+void ProjectListModel::readPreferences() {
+    m_useProjectColor = m_preferences.boolForKey(u"useProjectColor");
+    m_useUnfinishedEntryColor = m_preferences.boolForKey(u"useUnfinishedEntryColor");
+    m_projectColor = m_preferences.colorForKey(u"projectColor");
+    m_unfinishedEntryColor = m_preferences.colorForKey(u"unfinishedEntryColor");
+}
+
+void ProjectListModel::preferenceChanged(const QString &key) {
+    static const QStringList shownKeys{
+        QStringLiteral("useProjectColor"), QStringLiteral("useUnfinishedEntryColor"),
+        QStringLiteral("projectColor"), QStringLiteral("unfinishedEntryColor"),
+        QStringLiteral("listDateFormat")};
+    if (!shownKeys.contains(key))
+        return;
+    readPreferences();
+    emitAllChanged();
+}
+
+int ProjectListModel::totalDurationOf(const Node &node) const {
+    if (!node.totalDuration)
+        node.totalDuration = m_collection.filteredTotalDurationOfProject(*node.project);
+    return *node.totalDuration;
+}
+
+Qt::CheckState ProjectListModel::checkStateOf(const Node &node) const {
+    if (!node.checkState) {
+        const auto checked = std::count_if(node.items.cbegin(), node.items.cend(),
+                                           [](const auto &item) { return item->isChecked(); });
+        node.checkState = checked == 0                   ? Qt::Unchecked
+                          : checked == node.items.size() ? Qt::Checked
+                                                         : Qt::PartiallyChecked;
+    }
+    return *node.checkState;
+}
+
+QString ProjectListModel::runningDuration(const ProjectItem &item) const {
+    const auto &entry = static_cast<const Entry &>(item);
+    const QDateTime start = entry.fromAsDate();
+    const QDateTime now = Clock::now();
+    const int minutes = int(start.secsTo(now) / 60);
+    return StoredForms::durationText(minutes - entry.pauseTimeWithPeriodFrom(start, now));
+}
+
+QVariant ProjectListModel::data(const QModelIndex &index, int role) const {
+    if (!index.isValid() || index.model() != this)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return alignmentOf(index.column());
+    if (const Node *node = parentNode(index))
+        return itemData(*node->items[index.row()], index.column(), role);
+    return projectData(*m_nodes[size_t(index.row())], index.column(), role);
+}
+
+QVariant ProjectListModel::projectData(const Node &node, int column, int role) const {
+    const Project &project = *node.project;
+    switch (role) {
+    case Qt::DisplayRole:
+        switch (column) {
+        case DayColumn:
+            return project.name();
+        case DescriptionColumn:
+            return project.description();
+        case DurationColumn:
+            return StoredForms::durationText(totalDurationOf(node));
+        default:
+            return {};
+        }
+    case Qt::ToolTipRole:
+        if (column == DescriptionColumn && !project.description().isEmpty())
+            return project.description();
+        return {};
+    case Qt::CheckStateRole:
+        return column == StateColumn ? QVariant(int(checkStateOf(node))) : QVariant();
+    case ActionImagesRole:
+        return column == ActionColumn ? QVariant(ActionTableColumn::imagesForProjectRow())
+                                      : QVariant();
+    case Qt::ForegroundRole:
+        return m_collection.isProjectFiltered(project) ? RowColors::faded(m_colors.text())
+                                                       : m_colors.text();
+    case Qt::BackgroundRole:
+        return m_useProjectColor ? QVariant(m_colors.tint(m_projectColor)) : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant ProjectListModel::itemData(const ProjectItem &item, int column, int role) const {
+    switch (role) {
+    case Qt::DisplayRole:
+        switch (column) {
+        case DayColumn:
+            return item.hasPeriod() ? static_cast<const Entry &>(item).formattedFromDate()
+                                    : item.formattedDay();
+        case DescriptionColumn:
+            return item.comment();
+        case DurationColumn:
+            if (item.isFlatFee())
+                return m_currency.format(static_cast<const FlatFeeEntry &>(item).amount());
+            if (item.isWorking())
+                return runningDuration(item);
+            return static_cast<const Entry &>(item).formattedEffectiveTime();
+        default:
+            return {};
+        }
+    case ImageNameRole:
+        if (column != DayColumn)
+            return {};
+        return item.attachments().isEmpty() ? QStringLiteral("clip_blank") : QStringLiteral("clip");
+    case Qt::DecorationRole: {
+        if (column != DayColumn)
+            return {};
+        const QIcon icon = Pictures::icon(itemData(item, column, ImageNameRole).toString());
+        return icon.isNull() ? QVariant() : QVariant(icon);
+    }
+    case Qt::ToolTipRole:
+        if (column == DescriptionColumn && !item.comment().isEmpty())
+            return item.comment();
+        return {};
+    case Qt::CheckStateRole:
+        return column == StateColumn ? QVariant(int(item.isChecked() ? Qt::Checked : Qt::Unchecked))
+                                     : QVariant();
+    case ActionImagesRole:
+        return column == ActionColumn ? QVariant(ActionTableColumn::imagesForItemRow(item))
+                                      : QVariant();
+    case Qt::ForegroundRole: {
+        QColor color = m_colors.text();
+        if (item.isPaused())
+            color = m_colors.pausedText();
+        else if (column == DurationColumn && item.isWorking())
+            color = m_colors.runningText();
+        return m_collection.isEntryFiltered(item) ? RowColors::faded(color) : color;
+    }
+    case Qt::BackgroundRole:
+        if (m_useUnfinishedEntryColor && item.isEntry() && item.isWorking())
+            return m_colors.tint(m_unfinishedEntryColor);
+        return {};
+    default:
+        return {};
+    }
+}
+
+bool ProjectListModel::setData(const QModelIndex &index, const QVariant &value, int role) {
+    if (role != Qt::CheckStateRole || index.column() != StateColumn || !nodeOf(index))
+        return false;
+    setChecked(index, value.toInt() != Qt::Unchecked);
+    return true;
+}
+
+void ProjectListModel::setChecked(const QModelIndex &index, bool checked) {
+    Node *node = nodeOf(index);
+    const QModelIndex projectIndex = createIndex(node->row, StateColumn, nullptr);
+    if (auto item = itemAt(index)) {
+        item->setChecked(checked);
+        emit dataChanged(index, index, {Qt::CheckStateRole});
+    } else {
+        for (const auto &shown : std::as_const(node->items))
+            shown->setChecked(checked);
+        if (!node->items.isEmpty())
+            emit dataChanged(createIndex(0, StateColumn, node),
+                             createIndex(int(node->items.size()) - 1, StateColumn, node),
+                             {Qt::CheckStateRole});
+    }
+    node->checkState.reset();
+    emit dataChanged(projectIndex, projectIndex, {Qt::CheckStateRole});
+    m_collection.setDataChanged(true);
+}
+
+QVariant ProjectListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return alignmentOf(section);
+    if (role != Qt::DisplayRole)
+        return {};
+    switch (section) {
+    case DayColumn:
+        return tr("Day");
+    case DescriptionColumn:
+        return tr("Description");
+    case DurationColumn:
+        return tr("Duration");
+    case StateColumn:
+        return tr("State");
+    default:
+        return QString();
+    }
+}
+
+Qt::ItemFlags ProjectListModel::flags(const QModelIndex &index) const {
+    if (!index.isValid())
+        return Qt::ItemIsDropEnabled;
+    Qt::ItemFlags flags =
+        Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled;
+    if (index.column() == StateColumn)
+        flags |= Qt::ItemIsUserCheckable;
+    if (parentNode(index))
+        flags |= Qt::ItemNeverHasChildren;
+    return flags;
+}
+
+void ProjectListModel::columnClicked(int column) {
+    m_collection.columnClicked(columnIdentifier(column));
+}
+
+void ProjectListModel::setProjectExpanded(const QModelIndex &index, bool expanded) {
+    if (!isProjectRow(index))
+        return;
+    Project &project = *m_nodes[size_t(index.row())]->project;
+    if (project.expanded() == expanded)
+        return;
+    project.setExpanded(expanded);
+    m_collection.setDataChanged(true);
+}
+
+QStringList ProjectListModel::mimeTypes() const {
+    return QStringList{ProjectListPasteboard::dragEntriesType(),
+                       ProjectListPasteboard::dragFlatFeeEntriesType(),
+                       ProjectListPasteboard::dragProjectsType(),
+                       ProjectListPasteboard::dragCustomerType(), QStringLiteral("text/uri-list")} +
+           ProjectListPasteboard::vCardTypes();
+}
+
+Qt::DropActions ProjectListModel::supportedDropActions() const {
+    return Qt::CopyAction | Qt::MoveAction;
+}
+
+Qt::DropActions ProjectListModel::supportedDragActions() const {
+    return Qt::CopyAction | Qt::MoveAction;
+}
+
+QMimeData *ProjectListModel::mimeData(const QModelIndexList &indexes) const {
+    // Only the first dragged row counts.
+    if (indexes.isEmpty() || !nodeOf(indexes.first()))
+        return nullptr;
+    const QModelIndex &first = indexes.first();
+    QMimeData *data = nullptr;
+    if (auto item = itemAt(first)) {
+        m_draggedItem = item;
+        data = ProjectListPasteboard::dragData(*item);
+    } else {
+        m_draggedItem.reset();
+        const auto project = projectAt(first);
+        const ProjectList &list = m_collection.hideFadedProjects() ? m_collection.visibleProjects()
+                                                                   : m_collection.projectArray();
+        data = ProjectListPasteboard::dragData(int(list.indexOf(project)));
+    }
+    m_dragData = data;
+    return data;
+}
+
+bool ProjectListModel::canDropMimeData(const QMimeData *data, Qt::DropAction, int row, int,
+                                       const QModelIndex &parent) const {
+    if (!data)
+        return false;
+    const bool onRow = row < 0 && nodeOf(parent);
+    if (hasAnyFormat(*data, QStringList{ProjectListPasteboard::dragEntriesType(),
+                                        ProjectListPasteboard::dragFlatFeeEntriesType(),
+                                        ProjectListPasteboard::dragCustomerType()} +
+                                ProjectListPasteboard::vCardTypes()))
+        return onRow && isProjectRow(parent);
+    if (data->hasFormat(ProjectListPasteboard::dragProjectsType()))
+        return !parent.isValid();
+    if (!localFiles(*data).isEmpty())
+        return onRow;
+    return true;
+}
+
+bool ProjectListModel::dropMimeData(const QMimeData *data, Qt::DropAction action, int row,
+                                    int column, const QModelIndex &parent) {
+    if (!canDropMimeData(data, action, row, column, parent))
+        return false;
+    const auto target = projectAt(parent);
+    if (data->hasFormat(ProjectListPasteboard::dragEntriesType()) ||
+        data->hasFormat(ProjectListPasteboard::dragFlatFeeEntriesType()))
+        return dropEntry(*data, target);
+    if (data->hasFormat(ProjectListPasteboard::dragCustomerType()))
+        return dropCustomer(*data, target);
+    if (hasAnyFormat(*data, ProjectListPasteboard::vCardTypes()))
+        return dropVCard(*data, target);
+    if (data->hasFormat(ProjectListPasteboard::dragProjectsType()))
+        return dropProject(*data, row);
+    if (!localFiles(*data).isEmpty())
+        return dropFiles(*data, parent);
+    return true;
+}
+
+bool ProjectListModel::dropEntry(const QMimeData &data, const std::shared_ptr<Project> &target) {
+    const auto dragged = m_draggedItem.lock();
+    if (dragged && &data == m_dragData.data()) {
+        // Dropped on its own project, it stays where it is.
+        if (dragged->parent() == target.get())
+            return true;
+        // The item itself moves: it keeps its check mark and attachments.
+        m_collection.moveEntries({dragged}, target);
+    } else {
+        const bool isEntry = data.hasFormat(ProjectListPasteboard::dragEntriesType());
+        const auto item = isEntry ? ProjectListPasteboard::entryFromArchive(
+                                        data.data(ProjectListPasteboard::dragEntriesType()))
+                                  : ProjectListPasteboard::flatFeeFromArchive(
+                                        data.data(ProjectListPasteboard::dragFlatFeeEntriesType()));
+        if (!item)
+            return false;
+        m_collection.addEntry(item, target, tr("Move Entry"));
+    }
+    m_collection.setDataChanged(true);
+    emit dropFinished(indexOfProject(*target), true);
+    return true;
+}
+
+bool ProjectListModel::dropProject(const QMimeData &data, int row) {
+    bool ok = false;
+    const int dragged =
+        QString::fromLatin1(data.data(ProjectListPasteboard::dragProjectsType())).toInt(&ok);
+    const ProjectList &list = m_collection.hideFadedProjects() ? m_collection.visibleProjects()
+                                                               : m_collection.projectArray();
+    if (!ok || dragged < 0 || dragged >= list.size())
+        return false;
+    const auto project = list[dragged];
+    // A drop below the last row puts the project at the end.
+    m_collection.moveProject(project, row < 0 ? int(m_nodes.size()) : row);
+    m_collection.setDataChanged(true);
+    emit dropFinished(indexOfProject(*project), false);
+    return true;
+}
+
+bool ProjectListModel::dropCustomer(const QMimeData &data, const std::shared_ptr<Project> &target) {
+    bool ok = false;
+    const int customer = QString::fromUtf8(data.data(ProjectListPasteboard::dragCustomerType()))
+                             .trimmed()
+                             .toInt(&ok);
+    if (!ok)
+        return false;
+    m_collection.assignCustomerWithID(customer, target);
+    m_collection.setDataChanged(true);
+    emit dropFinished(indexOfProject(*target), true);
+    return true;
+}
+
+bool ProjectListModel::dropVCard(const QMimeData &data, const std::shared_ptr<Project> &target) {
+    if (!m_customers)
+        return false;
+    QByteArray card;
+    for (const QString &type : ProjectListPasteboard::vCardTypes()) {
+        if (data.hasFormat(type)) {
+            card = data.data(type);
+            break;
+        }
+    }
+    if (VCardReader::read(card).isEmpty())
+        return false;
+    QUndoStack *undo = m_collection.undoStack();
+    undo->beginMacro(tr("Assign customer"));
+    const int customer = m_customers->addCustomersFromVCard(card);
+    m_collection.assignCustomerWithID(customer, target);
+    undo->endMacro();
+    m_collection.setDataChanged(true);
+    emit dropFinished(indexOfProject(*target), true);
+    return true;
+}
+
+bool ProjectListModel::dropFiles(const QMimeData &data, const QModelIndex &target) {
+    const QStringList paths = localFiles(data);
+    const auto item = itemAt(target);
+    const auto project = projectAt(target);
+    if (item)
+        item->addAttachments(paths);
+    else
+        project->addAttachments(paths);
+    m_collection.setDataChanged(true);
+    emit dropFinished(item ? indexOfItem(*item) : indexOfProject(*project), true);
+    return true;
+}
