@@ -1,6 +1,7 @@
 #include "ProjectController.h"
 
 #include "FilePanels.h"
+#include "model/Clock.h"
 #include "model/ProjectCollection.h"
 #include "platform/DesktopServices.h"
 #include "platform/Folders.h"
@@ -56,6 +57,10 @@ QString ProjectController::untitled() {
 
 QString ProjectController::websiteAddress() {
     return u"https://www.vellumby.com/hourfold"_s;
+}
+
+QString ProjectController::projectsMimeType() {
+    return u"application/x-hourfold-projects"_s;
 }
 
 void ProjectController::setCurrentFilename(const QString &filename) {
@@ -162,6 +167,7 @@ bool ProjectController::openFile(const QString &path) {
         return false;
     }
     setCurrentFilename(QFileInfo(path).absoluteFilePath());
+    m_recent.add(path, projectsMimeType(), Clock::now());
     emit documentReplaced();
     if (result.recovered)
         emit statusMessage(
@@ -196,6 +202,7 @@ void ProjectController::savePanelDidEnd(const QString &path) {
             const QString absolute = QFileInfo(path).absoluteFilePath();
             m_preferences.setObject(absolute, u"LastOpenFile");
             setCurrentFilename(absolute);
+            m_recent.add(absolute, projectsMimeType(), Clock::now());
         } else {
             m_alerts.runModal({tr("Save failed."),
                                tr("The file could not be written."),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/RecentDocuments.h"
+
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QTimer>
@@ -56,6 +58,9 @@ public:
     // The welcome prompt: "Yes" opens the website, "Yes" and "No" stop asking.
     void showWelcome();
 
+    static QString projectsMimeType();
+    const RecentDocuments &recentDocuments() const { return m_recent; }
+
     QTimer &refreshTimer() { return m_refreshTimer; }
     // Looks at the open file now instead of waiting for the file watcher.
     void checkFileOnDisk();
@@ -98,4 +103,5 @@ private:
     QTimer m_refreshTimer;
     QTimer m_diskCheck;
     QFileSystemWatcher m_watcher;
+    RecentDocuments m_recent;
 };

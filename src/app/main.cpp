@@ -1,31 +1,85 @@
-#include "ProjectTotalsWindow.h"
+#include "FileDialogPanels.h"
+#include "MainWindow.h"
+#include "MessageBoxAlerts.h"
+#include "ProjectController.h"
+#include "QtDesktopServices.h"
+#include "SingleInstance.h"
 #include "model/HelpFunctions.h"
+#include "model/ProjectCollection.h"
+#include "platform/CurrencyFormatter.h"
+#include "platform/Folders.h"
+#include "platform/Preferences.h"
 #include "platform/VersionMigration.h"
 #include "render/WebEngineSetup.h"
+#include "stores/CustomerStorage.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
+#include <QIcon>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
 
 int main(int argc, char *argv[]) {
     // The previous version's preferences and support folder come over before anything reads them.
     VersionMigration::migrate(VersionMigration::defaultPaths());
     WebEngineSetup::prepareProcess();
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Hourfold"));
-    QApplication::setOrganizationName(QStringLiteral("Hourfold"));
+    QApplication::setApplicationName(u"Hourfold"_s);
+    QApplication::setOrganizationName(u"Hourfold"_s);
     QApplication::setApplicationVersion(QStringLiteral(HOURFOLD_VERSION));
+    QApplication::setDesktopFileName(u"hourfold"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(u"hourfold"_s, QIcon(Folders::imagePath(u"hourfold"_s))));
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Time tracking for freelancers."));
+    parser.setApplicationDescription(u"Time tracking for freelancers."_s);
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A project file to open."));
+    parser.addPositionalArgument(u"file"_s, u"A project file to open."_s, u"[file]"_s);
     parser.process(app);
-    VersionMigration::createSupportFolder(HelpFunctions::applicationSupportFolder());
+    QStringList files;
+    for (const QString &file : parser.positionalArguments())
+        files << QFileInfo(file).absoluteFilePath();
 
-    ProjectTotalsWindow window;
+    SingleInstance instance;
+    if (!instance.claim()) {
+        if (instance.handOver(files))
+            return 0;
+        std::fputs("hourfold: another copy is running but does not answer; starting anyway.\n",
+                   stderr);
+    }
+
+    VersionMigration::createSupportFolder(HelpFunctions::applicationSupportFolder());
+    Preferences &preferences = Preferences::shared();
+    ProjectCollection collection(preferences);
+    CurrencyFormatter currency;
+    collection.setCurrencyFormatter(&currency);
+    CustomerStorage customers(HelpFunctions::applicationSupportFolder() + u"/customers.plist"_s,
+                              collection, preferences);
+    customers.loadCustomers();
+    collection.setCustomerDirectory(&customers);
+    MessageBoxAlerts alerts;
+    FileDialogPanels panels;
+    QtDesktopServices desktop;
+
+    MainWindow window({preferences, collection, customers, currency, alerts, panels, desktop,
+                       HelpFunctions::applicationSupportFolder() + u"/filters.plist"_s,
+                       Folders::resourceFolder() + u"/quickfilters.plist"_s});
+    alerts.setParentWindow(&window);
+    panels.setParentWindow(&window);
+    QObject::connect(&instance, &SingleInstance::openRequested, &window, &MainWindow::openFiles);
+    QObject::connect(&window, &MainWindow::terminated, &app, &QApplication::quit);
+    // The session ending (log out) quits like the Quit command.
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
+                     [&window] { window.quit(); });
+    window.restoreWindowState();
     window.show();
-    if (!parser.positionalArguments().isEmpty())
-        window.openFile(parser.positionalArguments().constFirst());
+    window.startUp();
+    for (const QString &file : std::as_const(files))
+        window.controller().openFile(file);
     return app.exec();
 }

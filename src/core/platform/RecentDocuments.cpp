@@ -4,6 +4,7 @@
 #include "Logging.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -121,6 +122,7 @@ bool RecentDocuments::add(const QString &file, const QString &mimeType, const QD
             return false;
         }
     }
+    QDir().mkpath(QFileInfo(m_path).absolutePath());
     const AtomicFile::Result written = AtomicFile::write(m_path, bytes);
     if (!written.ok)
         qCWarning(lcApp).noquote() << written.error;

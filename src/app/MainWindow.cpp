@@ -1,0 +1,594 @@
+#include "MainWindow.h"
+
+#include "DetailsPane.h"
+#include "PreferencesWindow.h"
+#include "ProjectController.h"
+#include "ProjectListModel.h"
+#include "ProjectListView.h"
+#include "QuickFilterBar.h"
+#include "ToolbarCustomizeDialog.h"
+#include "ToolbarItems.h"
+#include "model/ProjectCollection.h"
+#include "platform/Folders.h"
+#include "platform/Preferences.h"
+#include "search/FilterController.h"
+#include "search/QuickFilters.h"
+#include "stores/CustomerStorage.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QUndoStack>
+#include <QVBoxLayout>
+#include <QWidgetAction>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString toolbarKey = u"TB Item Identifiers"_s;
+
+} // namespace
+
+MainWindow::MainWindow(const Services &services, QWidget *parent)
+    : QMainWindow(parent)
+    , m_services(services)
+    , m_pages(services.collection, services.customers, services.currency)
+    , m_controller(new ProjectController(services.preferences, services.collection, services.alerts,
+                                         services.panels, services.desktop, this))
+    , m_filters(
+          std::make_unique<FilterController>(services.filtersPath, services.preferences, *this))
+    , m_quickFilters(std::make_unique<QuickFilters>())
+    , m_model(
+          new ProjectListModel(services.collection, services.preferences, services.currency, this))
+    , m_list(new ProjectListView(services.alerts, this))
+    , m_details(new DetailsPane(m_pages, this))
+    , m_quickFilterBar(new QuickFilterBar(this))
+    , m_filterPopUp(new QComboBox(this))
+    , m_searchField(new QLineEdit(this))
+    , m_statusInfo(new QLabel(this))
+    , m_saveWarning(new QLabel(this))
+    , m_toolbar(new QToolBar(tr("Toolbar"), this)) {
+    setObjectName(u"MainWindow"_s);
+    setUnifiedTitleAndToolBarOnMac(true);
+    m_model->setCustomerStorage(&services.customers);
+    m_list->setProjectListModel(m_model);
+
+    auto *central = new QWidget(this);
+    auto *layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_quickFilterBar);
+    layout->addWidget(m_list);
+    setCentralWidget(central);
+    m_details->setObjectName(u"DetailsPane"_s);
+    addDockWidget(Qt::RightDockWidgetArea, m_details);
+
+    createCommands();
+    createFilterControls();
+    fillFilterPopUp();
+    createToolbar();
+    createMenus();
+    createStatusLine();
+
+    ProjectCollection &collection = services.collection;
+    connect(&collection, &ProjectCollection::projectsChanged, this, [this] {
+        updateStatusInfo();
+        updateDetails();
+        updateCommandStates();
+    });
+    connect(&collection, &ProjectCollection::changedMarkChanged, this, [this](bool changed) {
+        setWindowModified(changed);
+        updateCommandStates();
+    });
+    connect(m_controller, &ProjectController::currentFilenameChanged, this,
+            &MainWindow::updateTitle);
+    connect(m_controller, &ProjectController::documentReplaced, this, [this] {
+        updateStatusInfo();
+        updateDetails();
+        updateCommandStates();
+    });
+    connect(m_controller, &ProjectController::mainWindowWanted, this, [this] {
+        show();
+        raise();
+        activateWindow();
+    });
+    connect(m_controller, &ProjectController::refresh, this, [this] {
+        m_model->refreshRunning();
+        updateStatusInfo();
+    });
+    connect(m_controller, &ProjectController::statusMessage, this,
+            [this](const QString &message) { statusBar()->showMessage(message, 15000); });
+    connect(m_controller, &ProjectController::saveWarningChanged, this,
+            [this](const QString &warning) {
+                m_saveWarning->setText(warning);
+                m_saveWarning->setToolTip(warning);
+                m_saveWarning->setVisible(!warning.isEmpty());
+            });
+    connect(m_controller, &ProjectController::quitAnswered, this, [this](bool quit) {
+        if (quit)
+            terminate();
+    });
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        updateDetails();
+        updateCommandStates();
+    });
+    connect(&services.preferences, &Preferences::valueChanged, this,
+            &MainWindow::preferenceChanged);
+    updateTitle();
+}
+
+MainWindow::~MainWindow() = default;
+
+QStringList MainWindow::availableToolbarItems() {
+    return {u"Delete"_s, u"Details"_s, u"Filters"_s, u"Search"_s};
+}
+
+QAction *MainWindow::addCommand(const QString &action, const QString &title,
+                                const QKeySequence &keys, const QString &image) {
+    auto *command = new QAction(title, this);
+    command->setObjectName(action);
+    if (!keys.isEmpty())
+        command->setShortcut(keys);
+    if (!image.isEmpty())
+        command->setIcon(QIcon(Folders::imagePath(image)));
+    m_commands.insert(action, command);
+    return command;
+}
+
+void MainWindow::createCommands() {
+    ProjectController *controller = m_controller;
+    connect(addCommand(u"newDatabase:"_s, tr("&New"), QKeySequence::New), &QAction::triggered,
+            controller, &ProjectController::newDatabase);
+    connect(addCommand(u"load:"_s, tr("&Open…"), QKeySequence::Open), &QAction::triggered,
+            controller, &ProjectController::load);
+    connect(addCommand(u"save:"_s, tr("&Save"), QKeySequence::Save), &QAction::triggered,
+            controller, &ProjectController::save);
+    connect(addCommand(u"saveAs:"_s, tr("Save &As…"), QKeySequence::SaveAs), &QAction::triggered,
+            controller, &ProjectController::saveAs);
+    connect(addCommand(u"revert:"_s, tr("&Revert to Saved"), {}), &QAction::triggered, controller,
+            &ProjectController::revert);
+    connect(addCommand(u"terminate:"_s, tr("&Quit"), QKeySequence::Quit), &QAction::triggered, this,
+            &MainWindow::quit);
+    connect(addCommand(u"cut:"_s, tr("Cu&t"), QKeySequence::Cut), &QAction::triggered, m_list,
+            &ProjectListView::cut);
+    connect(addCommand(u"copy:"_s, tr("&Copy"), QKeySequence::Copy), &QAction::triggered, m_list,
+            &ProjectListView::copy);
+    connect(addCommand(u"paste:"_s, tr("&Paste"), QKeySequence::Paste), &QAction::triggered, m_list,
+            &ProjectListView::paste);
+    connect(addCommand(u"delete:"_s, tr("&Delete"), QKeySequence::Delete, u"Trash"_s),
+            &QAction::triggered, this, &MainWindow::deleteSelection);
+    QAction *details = addCommand(u"toggleDrawer:"_s, tr("&Details"),
+                                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), u"details"_s);
+    details->setCheckable(true);
+    connect(details, &QAction::triggered, this, &MainWindow::toggleDetails);
+    connect(m_details, &QDockWidget::visibilityChanged, details, &QAction::setChecked);
+    QAction *quickFilters = addCommand(u"toggleQuickFilters:"_s, tr("&Quick Filters"), {});
+    quickFilters->setCheckable(true);
+    connect(quickFilters, &QAction::triggered, this, &MainWindow::toggleQuickFilters);
+    connect(addCommand(u"runToolbarCustomizationPalette:"_s, tr("Customize &Toolbar…"), {}),
+            &QAction::triggered, this, &MainWindow::customizeToolbar);
+    QAction *preferences =
+        addCommand(u"showPreferences:"_s, tr("Pre&ferences…"), QKeySequence::Preferences);
+    if (preferences->shortcut().isEmpty())
+        preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    connect(preferences, &QAction::triggered, this, &MainWindow::showPreferences);
+    connect(addCommand(u"orderFrontStandardAboutPanel:"_s, tr("&About Hourfold"), {}),
+            &QAction::triggered, this, &MainWindow::showAbout);
+    QAction *find = addCommand(u"performFindPanelAction:"_s, tr("&Find"), QKeySequence::Find);
+    connect(find, &QAction::triggered, this, [this] {
+        m_searchField->setFocus();
+        m_searchField->selectAll();
+    });
+    addAction(find);
+
+    QUndoStack *undo = m_services.collection.undoStack();
+    QAction *undoAction = undo->createUndoAction(this, tr("&Undo"));
+    undoAction->setShortcut(QKeySequence::Undo);
+    undoAction->setObjectName(u"undo:"_s);
+    m_commands.insert(u"undo:"_s, undoAction);
+    QAction *redoAction = undo->createRedoAction(this, tr("&Redo"));
+    redoAction->setShortcut(QKeySequence::Redo);
+    redoAction->setObjectName(u"redo:"_s);
+    m_commands.insert(u"redo:"_s, redoAction);
+}
+
+void MainWindow::createMenus() {
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->addAction(m_commands.value(u"newDatabase:"_s));
+    file->addAction(m_commands.value(u"load:"_s));
+    QMenu *recent = file->addMenu(tr("Open &Recent"));
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] {
+        recent->clear();
+        const QStringList files =
+            m_controller->recentDocuments().files(ProjectController::projectsMimeType(), 10);
+        for (const QString &path : files) {
+            connect(recent->addAction(Folders::withTilde(path)), &QAction::triggered, this,
+                    [this, path] { m_controller->openFile(path); });
+        }
+        recent->addAction(tr("No Recent Files"))->setEnabled(false);
+        recent->actions().constLast()->setVisible(files.isEmpty());
+    });
+    for (const char *action : {"", "save:", "saveAs:", "revert:", "", "terminate:"}) {
+        if (*action)
+            file->addAction(m_commands.value(QString::fromLatin1(action)));
+        else
+            file->addSeparator();
+    }
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    for (const char *action : {"undo:", "redo:", "", "cut:", "copy:", "paste:", "delete:", "",
+                               "performFindPanelAction:", "", "showPreferences:"}) {
+        if (*action)
+            edit->addAction(m_commands.value(QString::fromLatin1(action)));
+        else
+            edit->addSeparator();
+    }
+    QMenu *view = menuBar()->addMenu(tr("&View"));
+    view->addAction(m_commands.value(u"toggleDrawer:"_s));
+    view->addAction(m_commands.value(u"toggleQuickFilters:"_s));
+    m_list->headerMenu()->setTitle(tr("&Columns"));
+    view->addMenu(m_list->headerMenu());
+    view->addSeparator();
+    view->addAction(m_commands.value(u"runToolbarCustomizationPalette:"_s));
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(m_commands.value(u"orderFrontStandardAboutPanel:"_s));
+
+    auto *entryMenu = new QMenu(this);
+    auto *projectMenu = new QMenu(this);
+    for (const char *action : {"cut:", "copy:", "paste:", "", "delete:"}) {
+        for (QMenu *menu : {entryMenu, projectMenu}) {
+            if (*action)
+                menu->addAction(m_commands.value(QString::fromLatin1(action)));
+            else
+                menu->addSeparator();
+        }
+    }
+    auto *defaultMenu = new QMenu(this);
+    defaultMenu->addAction(m_commands.value(u"paste:"_s));
+    m_list->setEntryMenu(entryMenu);
+    m_list->setProjectMenu(projectMenu);
+    m_list->setDefaultMenu(defaultMenu);
+    for (QMenu *menu : {file, edit, view, entryMenu, projectMenu, defaultMenu})
+        connect(menu, &QMenu::aboutToShow, this, &MainWindow::updateCommandStates);
+}
+
+void MainWindow::createFilterControls() {
+    m_filterPopUp->setObjectName(u"FilterPopUp"_s);
+    m_filterPopUp->setToolTip(tr("Saved filter"));
+    m_filterPopUp->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_filterPopUp->setMinimumContentsLength(12);
+    connect(m_filterPopUp, &QComboBox::activated, this, [this](int index) {
+        m_filters->filterAction(m_filterPopUp->itemData(index).toInt());
+        fillFilterPopUp();
+    });
+    m_searchField->setObjectName(u"SearchField"_s);
+    m_searchField->setPlaceholderText(tr("Search"));
+    m_searchField->setClearButtonEnabled(true);
+    m_searchField->setMinimumWidth(180);
+    m_searchField->setMaximumWidth(260);
+    connect(m_searchField, &QLineEdit::textChanged, this, [this](const QString &text) {
+        m_services.collection.setSearchText(text);
+        updateDetails();
+    });
+    connect(m_quickFilterBar, &QuickFilterBar::selectionChanged, this,
+            [this](const QString &identifier) {
+                m_quickFilters->choose(identifier, m_controller->isStartingUp(), *m_filters, *this,
+                                       m_services.preferences);
+                fillFilterPopUp();
+            });
+}
+
+void MainWindow::fillFilterPopUp() {
+    m_filterPopUp->clear();
+    for (const FilterController::MenuItem &item : m_filters->menuItems()) {
+        // Editing the saved filters has its own window, which this one does not offer yet.
+        if (item.tag == FilterController::EditFiltersTag)
+            continue;
+        if (item.tag == FilterController::SeparatorTag) {
+            if (m_filterPopUp->count() > 0 && m_filters->filters().size() > 0)
+                m_filterPopUp->insertSeparator(m_filterPopUp->count());
+            continue;
+        }
+        m_filterPopUp->addItem(item.title, item.tag);
+    }
+    m_filterPopUp->setCurrentIndex(qMax(0, m_filterPopUp->findData(m_filters->selectedTag())));
+}
+
+void MainWindow::setCurrentFilter(const Filter::Pointer &filter) {
+    m_services.collection.setCurrentFilter(filter);
+    updateDetails();
+}
+
+void MainWindow::disableQuickFilters() {
+    m_quickFilterBar->setSelected(u"off"_s);
+    m_services.preferences.setObject(u"off"_s, u"quickfilter");
+}
+
+void MainWindow::createToolbar() {
+    m_toolbar->setObjectName(u"mainToolbar"_s);
+    m_toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    m_toolbar->setIconSize(QSize(24, 24));
+    m_toolbar->setMovable(false);
+    m_toolbar->setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_toolbar->addAction(m_commands.value(u"runToolbarCustomizationPalette:"_s));
+    addToolBar(Qt::TopToolBarArea, m_toolbar);
+}
+
+void MainWindow::setupToolbar() {
+    Preferences &preferences = m_services.preferences;
+    const QVariant stored = preferences.objectForKey(toolbarKey);
+    const QStringList saved =
+        stored.isValid() ? stored.toStringList() : ToolbarItems::defaultItemIdentifiers();
+    const QStringList migrated =
+        ToolbarItems::migrate(saved, preferences.stringForKey(u"lastVersion"));
+    if (migrated != saved || !stored.isValid())
+        preferences.setObject(migrated, toolbarKey);
+    setToolbarItems(ToolbarItems::validated(migrated));
+}
+
+void MainWindow::setToolbarItems(const QStringList &identifiers) {
+    // The saved arrangement keeps items this window cannot show yet; only the shown ones change.
+    m_toolbarItems.clear();
+    for (QAction *action : m_toolbar->actions()) {
+        if (action != m_commands.value(u"runToolbarCustomizationPalette:"_s))
+            m_toolbar->removeAction(action);
+    }
+    const QStringList available = availableToolbarItems();
+    bool lastWasSeparator = true;
+    for (const QString &identifier : identifiers) {
+        if (identifier == ToolbarItems::separator) {
+            if (!lastWasSeparator)
+                m_toolbar->addSeparator();
+            lastWasSeparator = true;
+            m_toolbarItems << identifier;
+            continue;
+        }
+        if (identifier == ToolbarItems::space || identifier == ToolbarItems::flexibleSpace) {
+            auto *spacer = new QWidget(m_toolbar);
+            if (identifier == ToolbarItems::space)
+                spacer->setFixedWidth(24);
+            else
+                spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+            m_toolbar->addWidget(spacer);
+            m_toolbarItems << identifier;
+            lastWasSeparator = false;
+            continue;
+        }
+        if (!available.contains(identifier))
+            continue;
+        const ToolbarItems::Item *item = ToolbarItems::item(identifier);
+        if (identifier == u"Filters") {
+            m_toolbar->addWidget(m_filterPopUp)->setText(item->label);
+        } else if (identifier == u"Search") {
+            m_toolbar->addWidget(m_searchField)->setText(item->label);
+        } else {
+            QAction *command = m_commands.value(item->action);
+            command->setIconText(item->label);
+            m_toolbar->addAction(command);
+        }
+        m_toolbarItems << identifier;
+        lastWasSeparator = false;
+    }
+    // The customise command stays reachable from the toolbar's own context menu only.
+    m_toolbar->actions().constFirst()->setVisible(false);
+}
+
+void MainWindow::customizeToolbar() {
+    const QStringList saved = m_services.preferences.objectForKey(toolbarKey).toStringList();
+    ToolbarCustomizeDialog dialog(availableToolbarItems(), m_toolbarItems, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    QStringList result = dialog.items();
+    // Items saved by a version that shows them, but not shown here, keep their place.
+    const QStringList available = availableToolbarItems();
+    for (qsizetype i = 0; i < saved.size(); ++i) {
+        const QString &identifier = saved[i];
+        if (ToolbarItems::item(identifier) && !available.contains(identifier) &&
+            !result.contains(identifier))
+            result.insert(qMin(i, result.size()), identifier);
+    }
+    m_services.preferences.setObject(result, toolbarKey);
+    setToolbarItems(result);
+}
+
+void MainWindow::createStatusLine() {
+    m_saveWarning->setObjectName(u"SaveWarning"_s);
+    m_saveWarning->setVisible(false);
+    m_saveWarning->setWordWrap(false);
+    m_saveWarning->setStyleSheet(u"QLabel { color: palette(bright-text); background: #b3261e; "
+                                 "padding: 2px 6px; border-radius: 3px; }"_s);
+    m_statusInfo->setObjectName(u"StatusInfo"_s);
+    statusBar()->addWidget(m_saveWarning, 1);
+    statusBar()->addPermanentWidget(m_statusInfo);
+}
+
+void MainWindow::restoreWindowState() {
+    Preferences &preferences = m_services.preferences;
+    if (!restoreGeometry(preferences.objectForKey(u"MainWindowGeometry").toByteArray())) {
+        const QRect screen = this->screen()->availableGeometry();
+        resize(qMin(1100, screen.width() * 9 / 10), qMin(720, screen.height() * 9 / 10));
+        move(screen.center() - rect().center());
+    }
+    resizeDocks({m_details}, {int(preferences.floatForKey(u"drawerWidth"))}, Qt::Horizontal);
+}
+
+void MainWindow::startUp() {
+    m_controller->setStartingUp(true);
+    setupToolbar();
+    Preferences &preferences = m_services.preferences;
+    m_details->setVisible(preferences.boolForKey(u"DrawerState"));
+    m_controller->startUp();
+    m_list->restoreExpansion();
+    loadQuickFilters();
+    m_controller->setStartingUp(false);
+    updateCommandStates();
+}
+
+void MainWindow::loadQuickFilters() {
+    Preferences &preferences = m_services.preferences;
+    m_quickFilters->load(m_services.quickFiltersPath);
+    m_filters->awake();
+    const QString chosen = preferences.stringForKey(u"quickfilter");
+    const QString identifier = chosen.isEmpty() ? u"off"_s : chosen;
+    m_quickFilterBar->setSelected(identifier);
+    m_quickFilters->choose(identifier, true, *m_filters, *this, preferences);
+    fillFilterPopUp();
+    m_quickFilterBar->setVisible(!preferences.boolForKey(u"isQuickFiltersHidden"));
+    m_commands.value(u"toggleQuickFilters:"_s)->setChecked(m_quickFilterBar->isVisible());
+}
+
+void MainWindow::preferenceChanged(const QString &key) {
+    if (key == u"hideFadedProjects") {
+        m_services.collection.setHideFadedProjects(
+            m_services.preferences.boolForKey(u"hideFadedProjects"));
+    } else if (key == u"listDateFormat") {
+        updateDetails();
+    }
+}
+
+void MainWindow::updateTitle() {
+    const QString filename = m_controller->currentFilename();
+    if (m_controller->isUntitled()) {
+        setWindowFilePath(QString());
+        setWindowTitle(tr("untitled") + u"[*] — Hourfold"_s);
+    } else {
+        setWindowFilePath(filename);
+        setWindowTitle(QFileInfo(filename).fileName() + u"[*] — Hourfold"_s);
+    }
+    setWindowModified(m_services.collection.dataChanged());
+}
+
+void MainWindow::updateStatusInfo() {
+    m_statusInfo->setText(m_services.collection.statusBarInfo().replace(u'\t', u"    "_s));
+}
+
+CommandValidation::Selection MainWindow::selection() const {
+    CommandValidation::Selection selected;
+    const QModelIndex current = m_list->currentIndex();
+    if (!current.isValid() || !m_list->selectionModel()->isSelected(current))
+        return selected;
+    const auto item = m_model->itemAt(current);
+    const auto project = m_model->projectAt(current);
+    selected.item = item.get();
+    selected.project = project.get();
+    return selected;
+}
+
+void MainWindow::updateCommandStates() {
+    const CommandValidation::Selection selected = selection();
+    const CommandValidation::DocumentState document{m_services.collection.dataChanged(),
+                                                    m_controller->isUntitled()};
+    for (auto it = m_commands.cbegin(); it != m_commands.cend(); ++it) {
+        if (it.key() == u"undo:" || it.key() == u"redo:")
+            continue;
+        it.value()->setEnabled(CommandValidation::validateMenuItem(it.key(), selected, document));
+    }
+    m_commands.value(u"cut:"_s)->setEnabled(m_list->canCut());
+    m_commands.value(u"copy:"_s)->setEnabled(m_list->canCopy());
+    m_commands.value(u"paste:"_s)->setEnabled(m_list->canPaste());
+}
+
+void MainWindow::updateDetails() {
+    const CommandValidation::Selection selected = selection();
+    m_details->updateDetails(selected.project, selected.item);
+    updateStatusInfo();
+}
+
+void MainWindow::deleteSelection() {
+    const QModelIndex current = m_list->currentIndex();
+    const auto project = m_model->projectAt(current);
+    if (!project)
+        return;
+    const auto item = m_model->itemAt(current);
+    const int row = current.row();
+    const QModelIndex parent = current.parent();
+    if (item)
+        m_services.collection.deleteEntry(item, project);
+    else
+        m_services.collection.deleteProject(project);
+    const int rows = m_model->rowCount(parent);
+    if (rows > 0)
+        m_list->setCurrentIndex(m_model->index(qMin(row, rows - 1), 0, parent));
+    updateDetails();
+}
+
+void MainWindow::toggleDetails() {
+    m_details->setVisible(!m_details->isVisible());
+    m_services.preferences.setObject(m_details->isVisible(), u"DrawerState");
+}
+
+void MainWindow::toggleQuickFilters() {
+    const bool hide = m_quickFilterBar->isVisible();
+    m_quickFilterBar->setVisible(!hide);
+    m_services.preferences.setObject(hide, u"isQuickFiltersHidden");
+    m_commands.value(u"toggleQuickFilters:"_s)->setChecked(!hide);
+}
+
+void MainWindow::showPreferences() {
+    if (!m_preferencesWindow)
+        m_preferencesWindow = new PreferencesWindow(m_services.preferences, m_services.collection,
+                                                    m_services.currency, this);
+    m_preferencesWindow->show();
+    m_preferencesWindow->raise();
+    m_preferencesWindow->activateWindow();
+}
+
+void MainWindow::showAbout() {
+    QMessageBox::about(this, tr("About Hourfold"),
+                       tr("<h3>Hourfold %1</h3><p>Time tracking for freelancers.</p>")
+                           .arg(QApplication::applicationVersion()));
+}
+
+void MainWindow::quit() {
+    switch (m_controller->applicationShouldTerminate()) {
+    case ProjectController::TerminateReply::Now:
+        terminate();
+        break;
+    case ProjectController::TerminateReply::Later:
+    case ProjectController::TerminateReply::Cancel:
+        break;
+    }
+}
+
+void MainWindow::terminate() {
+    if (m_terminated)
+        return;
+    m_terminated = true;
+    m_controller->applicationWillTerminate();
+    Preferences &preferences = m_services.preferences;
+    preferences.setObject(float(m_details->width()), u"drawerWidth");
+    preferences.setObject(float(m_details->height()), u"drawerHeight");
+    preferences.setObject(saveGeometry(), u"MainWindowGeometry");
+    preferences.synchronize();
+    emit terminated();
+}
+
+void MainWindow::openFiles(const QStringList &files) {
+    show();
+    raise();
+    activateWindow();
+    for (const QString &file : files)
+        m_controller->openFile(file);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event) {
+    // Without a place in the panel to come back from, closing the window is quitting.
+    event->ignore();
+    quit();
+}
+
+void MainWindow::changeEvent(QEvent *event) {
+    if (event->type() == QEvent::PaletteChange)
+        m_list->viewport()->update();
+    QMainWindow::changeEvent(event);
+}
