@@ -98,7 +98,7 @@ int main(int argc, char *argv[]) {
 
     const double cpuBefore = cpuSeconds();
     clock.restart();
-    QTimer::singleShot(idleSeconds * 1000, &app, &QApplication::quit);
+    QTimer::singleShot(idleSeconds * 1000, &app, [] { QCoreApplication::exit(0); });
     QApplication::exec();
     const double idlePercent = 100.0 * (cpuSeconds() - cpuBefore) / (double(clock.elapsed()) / 1e3);
 

@@ -103,10 +103,8 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
         raise();
         activateWindow();
     });
-    connect(m_controller, &ProjectController::refresh, this, [this] {
-        m_model->refreshRunning();
-        updateStatusInfo();
-    });
+    // Only running durations change with the clock; the totals change with the document.
+    connect(m_controller, &ProjectController::refresh, m_model, &ProjectListModel::refreshRunning);
     connect(m_controller, &ProjectController::statusMessage, this,
             [this](const QString &message) { statusBar()->showMessage(message, 15000); });
     connect(m_controller, &ProjectController::saveWarningChanged, this,
@@ -582,6 +580,10 @@ void MainWindow::openFiles(const QStringList &files) {
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {
+    if (m_terminated) {
+        event->accept();
+        return;
+    }
     // Without a place in the panel to come back from, closing the window is quitting.
     event->ignore();
     quit();

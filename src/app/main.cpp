@@ -72,7 +72,8 @@ int main(int argc, char *argv[]) {
     alerts.setParentWindow(&window);
     panels.setParentWindow(&window);
     QObject::connect(&instance, &SingleInstance::openRequested, &window, &MainWindow::openFiles);
-    QObject::connect(&window, &MainWindow::terminated, &app, &QApplication::quit);
+    // The window has settled the quit already: end the event loop without asking windows again.
+    QObject::connect(&window, &MainWindow::terminated, &app, [] { QCoreApplication::exit(0); });
     // The session ending (log out) quits like the Quit command.
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
                      [&window] { window.quit(); });
