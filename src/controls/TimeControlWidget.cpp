@@ -50,6 +50,8 @@ void TimeControlWidget::initStyleOption(QStyleOptionSpinBox *option) const {
     option->stepEnabled = m_control->isEnabled()
                               ? QAbstractSpinBox::StepUpEnabled | QAbstractSpinBox::StepDownEnabled
                               : QAbstractSpinBox::StepNone;
+    if (!isEnabled())
+        option->state &= ~QStyle::State_HasFocus;
     option->activeSubControls = m_pressed;
     if (m_pressed != QStyle::SC_None)
         option->state |= QStyle::State_Sunken;
