@@ -37,6 +37,7 @@ private slots:
         for (const QString &name :
              {u"customer"_s, u"Clock"_s, u"pause_details"_s, u"dollarsign"_s, u"tags"_s})
             QTest::newRow(qPrintable(name)) << name << details;
+        QTest::newRow("conflict") << u"conflict"_s << 16;
         QTest::newRow("hourfold") << u"hourfold"_s << 64;
     }
 

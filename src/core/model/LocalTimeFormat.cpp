@@ -40,6 +40,15 @@ void useLocale(const QByteArray &name) {
     s.utf8 = !s.locale || std::strcmp(nl_langinfo_l(CODESET, s.locale), "UTF-8") == 0;
 }
 
+QString localeText(nl_item item, const QString &fallback) {
+    const State &s = state();
+    if (!s.locale)
+        return fallback;
+    const char *value = nl_langinfo_l(item, s.locale);
+    const QString text = s.utf8 ? QString::fromUtf8(value) : QString::fromLatin1(value);
+    return text.isEmpty() ? fallback : text;
+}
+
 void setFormatText(const QString &format) {
     state().format = format;
     state().formatBytes = format.toUtf8();
@@ -96,6 +105,16 @@ bool LocalTimeFormat::isDetermined() {
 QString LocalTimeFormat::format() {
     determine();
     return state().format;
+}
+
+QString LocalTimeFormat::amString() {
+    determine();
+    return localeText(AM_STR, QStringLiteral("AM"));
+}
+
+QString LocalTimeFormat::pmString() {
+    determine();
+    return localeText(PM_STR, QStringLiteral("PM"));
 }
 
 QString LocalTimeFormat::localisedTimeString(QStringView storedTime) {

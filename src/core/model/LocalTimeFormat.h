@@ -15,6 +15,10 @@ public:
     static void determine();
     static bool isDetermined();
     static QString format();
+    // The morning and afternoon designations of the LC_TIME locale ("AM", "PM"); a locale that has
+    // none (a 24-hour one such as de_DE) answers "AM" and "PM".
+    static QString amString();
+    static QString pmString();
 
     // A stored time "HH:mm" in the display format; empty when it does not parse.
     static QString localisedTimeString(QStringView storedTime);

@@ -1,0 +1,366 @@
+#include "WBTimeControl.h"
+#include "model/Clock.h"
+#include "platform/UserAlerts.h"
+#include "stores/KeyedArchiver.h"
+#include "stores/KeyedUnarchiver.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class CountingAlerts : public UserAlerts {
+public:
+    void beep() override { ++beeps; }
+    int runModal(const Alert &) override { return firstButton; }
+    int beeps = 0;
+};
+
+WBTimeControl::FormatInfo format(const QString &timeFormat) {
+    return WBTimeControl::FormatInfo::fromFormat(timeFormat, u"AM"_s, u"PM"_s);
+}
+
+QString timeOf(const WBTimeControl &control) {
+    const auto two = [](int value) { return QString::number(value).rightJustified(2, u'0'); };
+    return two(control.hour()) + u':' + two(control.minute()) + u':' + two(control.second());
+}
+
+// One typed change: replace `length` characters at `position` with `text`.
+struct Change {
+    int position;
+    int length;
+    QString text;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Change)
+
+class TestTimeControl : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { Clock::setNow(QDateTime(QDate(2026, 11, 2), QTime(11, 0))); }
+
+    void clockTypes_data() {
+        QTest::addColumn<QString>("timeFormat");
+        QTest::addColumn<bool>("localizing");
+        QTest::addColumn<int>("hourType");
+        QTest::addColumn<int>("minimum");
+        QTest::addColumn<int>("maximum");
+        QTest::addColumn<QString>("midnight");
+        QTest::addColumn<QString>("afternoon"); // 13:00
+        QTest::addColumn<int>("fields");
+        QTest::addColumn<QString>("separator");
+        QTest::newRow("24-hour") << u"%H:%M"_s << true << 1 << 0 << 23 << u"00"_s << u"13"_s << 2
+                                 << u":"_s;
+        QTest::newRow("12-hour") << u"%I:%M %p"_s << true << 2 << 1 << 12 << u"12"_s << u"01"_s << 3
+                                 << u":"_s;
+        QTest::newRow("12-hour unpadded")
+            << u"%1I:%M %p"_s << true << 2 << 1 << 12 << u"12"_s << u"1"_s << 3 << u":"_s;
+        QTest::newRow("C library unpadded 12-hour")
+            << u"%l:%M %p"_s << true << 2 << 1 << 12 << u"12"_s << u"1"_s << 3 << u":"_s;
+        QTest::newRow("C library unpadded 24-hour")
+            << u"%k.%M"_s << true << 1 << 0 << 23 << u"0"_s << u"13"_s << 2 << u"."_s;
+        QTest::newRow("neither clock")
+            << u"%M %p"_s << true << 3 << 0 << 11 << u"00"_s << u"01"_s << 3 << u":"_s;
+        QTest::newRow("not localizing")
+            << u"%1I:%M %p"_s << false << 1 << 0 << 23 << u"00"_s << u"13"_s << 2 << u":"_s;
+    }
+    void clockTypes() {
+        QFETCH(QString, timeFormat);
+        QFETCH(bool, localizing);
+        WBTimeControl control(format(timeFormat));
+        control.setIsLocalizing(localizing);
+        QTEST(control.hourType(), "hourType");
+        QTEST(control.displayedHourMinimum(), "minimum");
+        QTEST(control.displayedHourMaximum(), "maximum");
+        QTEST(control.hourString(0), "midnight");
+        QTEST(control.hourString(13), "afternoon");
+        QTEST(int(control.visibleFields().size()), "fields");
+        QTEST(control.timeSeparator(), "separator");
+    }
+
+    void hourConversions_data() {
+        QTest::addColumn<QString>("timeFormat");
+        QTest::addColumn<int>("hour");
+        QTest::addColumn<int>("localized");
+        QTest::addColumn<bool>("afternoon");
+        QTest::newRow("type 1") << u"%H:%M"_s << 15 << 15 << true;
+        QTest::newRow("type 2 midnight") << u"%I:%M %p"_s << 0 << 12 << false;
+        QTest::newRow("type 2 noon") << u"%I:%M %p"_s << 12 << 12 << true;
+        QTest::newRow("type 2 morning") << u"%I:%M %p"_s << 9 << 9 << false;
+        QTest::newRow("type 2 evening") << u"%I:%M %p"_s << 23 << 11 << true;
+        QTest::newRow("type 3 midnight") << u"%M %p"_s << 0 << 0 << false;
+        QTest::newRow("type 3 noon") << u"%M %p"_s << 12 << 0 << true;
+        QTest::newRow("type 3 evening") << u"%M %p"_s << 23 << 11 << true;
+    }
+    // Both ways: the 24-hour hour shown on the clock, and the shown hour with its half of the
+    // day back to the 24-hour clock.
+    void hourConversions() {
+        QFETCH(QString, timeFormat);
+        QFETCH(int, hour);
+        QFETCH(int, localized);
+        QFETCH(bool, afternoon);
+        const WBTimeControl control(format(timeFormat));
+        QCOMPARE(control.hourToLocalizedHour(hour), localized);
+        QCOMPARE(control.localizedHourToHour(localized, afternoon), hour);
+    }
+
+    void stepping_data() {
+        QTest::addColumn<QString>("timeFormat");
+        QTest::addColumn<QTime>("start");
+        QTest::addColumn<int>("roundTo");
+        QTest::addColumn<int>("roundType");
+        QTest::addColumn<int>("field");
+        QTest::addColumn<QString>("steps"); // '+' up, '-' down
+        QTest::addColumn<QTime>("minimum");
+        QTest::addColumn<QTime>("maximum");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<int>("beeps");
+        const QTime none;
+        const int hour = WBTimeControl::HourField, minute = WBTimeControl::MinuteField;
+        QTest::newRow("minute wrap moves the hour back and rounds down")
+            << u"%H:%M"_s << QTime(10, 0) << 15 << 0 << minute << u"-"_s << none << none
+            << u"09:45:00"_s << 0;
+        QTest::newRow("minute wrap at midnight") << u"%H:%M"_s << QTime(0, 0) << 15 << 0 << minute
+                                                 << u"-"_s << none << none << u"23:45:00"_s << 0;
+        QTest::newRow("minute wrap without rounding keeps the hour")
+            << u"%H:%M"_s << QTime(10, 0) << 0 << 0 << minute << u"-"_s << none << none
+            << u"10:59:00"_s << 0;
+        QTest::newRow("minute up rounds up") << u"%H:%M"_s << QTime(10, 7) << 15 << 0 << minute
+                                             << u"+"_s << none << none << u"10:15:00"_s << 0;
+        QTest::newRow("minute down rounds down") << u"%H:%M"_s << QTime(10, 8) << 15 << 1 << minute
+                                                 << u"-"_s << none << none << u"10:00:00"_s << 0;
+        QTest::newRow("rounding up carries into the hour")
+            << u"%H:%M"_s << QTime(10, 50) << 15 << 0 << minute << u"+"_s << none << none
+            << u"11:00:00"_s << 0;
+        QTest::newRow("rounding up past midnight wraps")
+            << u"%H:%M"_s << QTime(23, 50) << 15 << 0 << minute << u"+"_s << none << none
+            << u"00:00:00"_s << 0;
+        QTest::newRow("minute up wrap rounds down")
+            << u"%H:%M"_s << QTime(10, 59) << 15 << 0 << minute << u"+"_s << none << none
+            << u"10:00:00"_s << 0;
+        QTest::newRow("hour wraps") << u"%H:%M"_s << QTime(23, 5) << 15 << 0 << hour << u"+"_s
+                                    << none << none << u"00:05:00"_s << 0;
+        QTest::newRow("morning to afternoon and back")
+            << u"%I:%M %p"_s << QTime(9, 30) << 0 << 0 << int(WBTimeControl::MeridianField)
+            << u"+"_s << none << none << u"21:30:00"_s << 0;
+        QTest::newRow("afternoon field twice")
+            << u"%I:%M %p"_s << QTime(9, 30) << 0 << 0 << int(WBTimeControl::MeridianField)
+            << u"++"_s << none << none << u"09:30:00"_s << 0;
+        QTest::newRow("above the maximum beeps")
+            << u"%H:%M"_s << QTime(17, 0) << 0 << 0 << hour << u"+"_s << none << QTime(17, 30)
+            << u"17:00:00"_s << 1;
+        QTest::newRow("below the minimum beeps")
+            << u"%H:%M"_s << QTime(9, 30) << 5 << 0 << minute << u"--"_s << QTime(9, 30) << none
+            << u"09:30:00"_s << 2;
+        QTest::newRow("at the maximum is inside")
+            << u"%H:%M"_s << QTime(16, 30) << 0 << 0 << hour << u"+"_s << none << QTime(17, 30)
+            << u"17:30:00"_s << 0;
+        QTest::newRow("afternoon beyond the maximum")
+            << u"%I:%M %p"_s << QTime(9, 0) << 0 << 0 << int(WBTimeControl::MeridianField) << u"+"_s
+            << none << QTime(18, 0) << u"09:00:00"_s << 1;
+    }
+    void stepping() {
+        QFETCH(QString, timeFormat);
+        QFETCH(QTime, start);
+        QFETCH(int, roundTo);
+        QFETCH(int, roundType);
+        QFETCH(QString, steps);
+        QFETCH(QTime, minimum);
+        QFETCH(QTime, maximum);
+        CountingAlerts alerts;
+        WBTimeControl control(format(timeFormat));
+        control.setAlerts(&alerts);
+        control.setDate(QDateTime(QDate(2026, 11, 2), start));
+        control.setRoundTo(roundTo);
+        control.setRoundType(roundType);
+        if (minimum.isValid())
+            control.setMinHour(minimum.hour(), minimum.minute(), 0);
+        if (maximum.isValid())
+            control.setMaxHour(maximum.hour(), maximum.minute(), 0);
+        QFETCH(int, field);
+        control.setSelected(field);
+        QSignalSpy stepped(&control, &WBTimeControl::stepped);
+        for (const QChar step : steps)
+            step == u'+' ? control.stepUp() : control.stepDown();
+        QTEST(timeOf(control), "expected");
+        QTEST(alerts.beeps, "beeps");
+        QCOMPARE(stepped.count(), steps.size());
+        QCOMPARE(control.roundType(), roundType); // the direction of a step is only borrowed
+        QCOMPARE(control.stepperMidValue(), control.stepperValue());
+    }
+
+    void typing_data() {
+        QTest::addColumn<QString>("timeFormat");
+        QTest::addColumn<QTime>("start");
+        QTest::addColumn<int>("field");
+        QTest::addColumn<QList<Change>>("changes");
+        QTest::addColumn<QList<bool>>("taken");
+        QTest::addColumn<double>("stepper"); // after the changes, before editing ends
+        QTest::addColumn<QTime>("minimum");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<QString>("expected"); // after editing ends
+        const int hour = WBTimeControl::HourField, minute = WBTimeControl::MinuteField;
+        const QTime none;
+        QTest::newRow("afternoon hour takes effect when editing ends")
+            << u"%I:%M %p"_s << QTime(15, 0) << hour << QList<Change>{{0, 2, u"7"_s}}
+            << QList<bool>{true} << 7.0 << none << true << u"19:00:00"_s;
+        QTest::newRow("twelve in the afternoon is noon")
+            << u"%I:%M %p"_s << QTime(15, 0) << hour
+            << QList<Change>{{0, 2, u"1"_s}, {1, 0, u"2"_s}} << QList<bool>{true, true} << 12.0
+            << none << true << u"12:00:00"_s;
+        QTest::newRow("twelve in the morning is midnight")
+            << u"%I:%M %p"_s << QTime(3, 0) << hour << QList<Change>{{0, 2, u"1"_s}, {1, 0, u"2"_s}}
+            << QList<bool>{true, true} << 12.0 << none << true << u"00:00:00"_s;
+        QTest::newRow("hour outside the clock's range is refused")
+            << u"%I:%M %p"_s << QTime(15, 0) << hour
+            << QList<Change>{{0, 2, u"1"_s}, {1, 0, u"3"_s}} << QList<bool>{true, true} << 13.0
+            << none << false << u"15:00:00"_s;
+        QTest::newRow("zero on a 1 to 12 clock is refused")
+            << u"%I:%M %p"_s << QTime(15, 0) << hour << QList<Change>{{0, 2, u"0"_s}}
+            << QList<bool>{true} << 0.0 << none << false << u"15:00:00"_s;
+        QTest::newRow("24-hour clock")
+            << u"%H:%M"_s << QTime(15, 0) << hour << QList<Change>{{0, 2, u"2"_s}, {1, 0, u"1"_s}}
+            << QList<bool>{true, true} << 21.0 << none << true << u"21:00:00"_s;
+        QTest::newRow("minute out of range keeps the stepper")
+            << u"%H:%M"_s << QTime(15, 20) << minute
+            << QList<Change>{{0, 2, u"7"_s}, {1, 0, u"5"_s}} << QList<bool>{true, true} << 20.0
+            << none << false << u"15:20:00"_s;
+        QTest::newRow("letters, a third digit and long replacements are refused")
+            << u"%H:%M"_s << QTime(15, 20) << minute
+            << QList<Change>{{0, 2, u"a"_s}, {2, 0, u"1"_s}, {0, 3, u"1"_s}, {0, 2, u"4"_s}}
+            << QList<bool>{false, false, false, true} << 4.0 << none << true << u"15:04:00"_s;
+        QTest::newRow("deleting leaves zero")
+            << u"%H:%M"_s << QTime(15, 20) << minute << QList<Change>{{0, 2, u""_s}}
+            << QList<bool>{true} << 0.0 << none << true << u"15:00:00"_s;
+        QTest::newRow("typed hour is tested against the bounds before conversion")
+            << u"%I:%M %p"_s << QTime(20, 0) << hour << QList<Change>{{0, 2, u"8"_s}}
+            << QList<bool>{true} << 8.0 << QTime(9, 0) << false << u"20:00:00"_s;
+        QTest::newRow("p switches to the afternoon")
+            << u"%I:%M %p"_s << QTime(9, 0) << int(WBTimeControl::MeridianField)
+            << QList<Change>{{0, 2, u"p"_s}} << QList<bool>{false} << 1.0 << none << true
+            << u"21:00:00"_s;
+        QTest::newRow("p twice stays in the afternoon")
+            << u"%I:%M %p"_s << QTime(9, 0) << int(WBTimeControl::MeridianField)
+            << QList<Change>{{0, 2, u"p"_s}, {0, 2, u"P"_s}} << QList<bool>{false, false} << 1.0
+            << none << true << u"21:00:00"_s;
+        QTest::newRow("A switches to the morning")
+            << u"%I:%M %p"_s << QTime(21, 0) << int(WBTimeControl::MeridianField)
+            << QList<Change>{{0, 2, u"A"_s}, {0, 2, u"x"_s}} << QList<bool>{false, false} << 0.0
+            << none << true << u"09:00:00"_s;
+    }
+    void typing() {
+        QFETCH(QString, timeFormat);
+        QFETCH(QTime, start);
+        QFETCH(int, field);
+        QFETCH(QList<Change>, changes);
+        QFETCH(QList<bool>, taken);
+        QFETCH(QTime, minimum);
+        CountingAlerts alerts;
+        WBTimeControl control(format(timeFormat));
+        control.setAlerts(&alerts);
+        control.setDate(QDateTime(QDate(2026, 11, 2), start));
+        if (minimum.isValid())
+            control.setMinHour(minimum.hour(), minimum.minute(), 0);
+        control.setSelected(field);
+        const int hourBefore = control.hour();
+        for (qsizetype i = 0; i < changes.size(); ++i) {
+            const Change &change = changes.at(i);
+            QCOMPARE(control.changeText(change.position, change.length, change.text), taken.at(i));
+        }
+        QTEST(control.stepperValue(), "stepper");
+        if (field != WBTimeControl::MeridianField)
+            QCOMPARE(control.hour(), hourBefore); // nothing is taken over while typing
+        QSignalSpy edited(&control, &WBTimeControl::edited);
+        QFETCH(bool, accepted);
+        QCOMPARE(control.acceptNewValueInSelectedCell(), accepted);
+        QTEST(timeOf(control), "expected");
+        QCOMPARE(edited.count(), accepted ? 1 : 0);
+        QCOMPARE(alerts.beeps, accepted ? 0 : 1);
+        QVERIFY(!control.isEditing());
+        QCOMPARE(control.stepperValue(), control.stepperMidValue());
+    }
+
+    void roundTime_data() {
+        QTest::addColumn<QTime>("start");
+        QTest::addColumn<int>("roundTo");
+        QTest::addColumn<int>("roundType");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("no step leaves the seconds") << QTime(10, 7, 30) << 0 << 0 << u"10:07:30"_s;
+        QTest::newRow("nearest") << QTime(10, 7, 30) << 15 << 0 << u"10:00:00"_s;
+        QTest::newRow("tie rounds up") << QTime(10, 45) << 30 << 0 << u"11:00:00"_s;
+        QTest::newRow("a step that does not divide the hour carries")
+            << QTime(10, 50) << 45 << 1 << u"11:30:00"_s;
+    }
+    void roundTime() {
+        QFETCH(QTime, start);
+        QFETCH(int, roundTo);
+        QFETCH(int, roundType);
+        WBTimeControl control(format(u"%H:%M"_s));
+        control.setDate(QDateTime(QDate(2026, 11, 2), start));
+        control.setRoundTo(roundTo);
+        control.setRoundType(roundType);
+        control.roundTime();
+        QTEST(timeOf(control), "expected");
+    }
+
+    // Setting the time announces exactly what changed, "date" with any of the three.
+    void changeSignals() {
+        WBTimeControl control(format(u"%H:%M"_s));
+        QSignalSpy hour(&control, &WBTimeControl::hourChanged);
+        QSignalSpy minute(&control, &WBTimeControl::minuteChanged);
+        QSignalSpy date(&control, &WBTimeControl::dateChanged);
+        QSignalSpy enabled(&control, &WBTimeControl::enabledChanged);
+        control.setHour(7);
+        control.setHour(7);
+        control.setMinute(30);
+        control.setEnabled(false);
+        QCOMPARE(hour.count(), 1);
+        QCOMPARE(minute.count(), 1);
+        QCOMPARE(date.count(), 2);
+        QCOMPARE(date.last().first().toDateTime(), QDateTime(QDate(2026, 11, 2), QTime(7, 30)));
+        QCOMPARE(enabled.count(), 1);
+        control.stepUp(); // a disabled control does not step
+        QCOMPARE(control.hour(), 7);
+    }
+
+    // The four look settings are archived under their keys; the time is not.
+    void archiving() {
+        WBTimeControl control(format(u"%H:%M"_s));
+        control.setShowSeconds(true);
+        control.setAlignStepper(true);
+        control.setAppearance(WBTimeControl::flatAppearance);
+        control.setIsLocalizing(false);
+        control.setHour(13);
+        const QByteArray archive = KeyedArchiver::archivedData(control);
+        QVariantMap read;
+        const KeyedUnarchiver::ClassTable classes{
+            {u"WBTimeControl"_s, [&read](KeyedUnarchiver &coder) {
+                 for (const QString &key : {u"showSeconds"_s, u"alignStepper"_s, u"isLocalizing"_s})
+                     read.insert(key, coder.decodeBool(key));
+                 read.insert(u"appearance"_s, coder.decodeInt(u"appearance"_s));
+                 read.insert(u"hour"_s, coder.containsValue(u"hour"_s));
+                 return WBTimeControl::initWithCoder(coder);
+             }}};
+        const KeyedUnarchiver::Result result = KeyedUnarchiver::unarchive(archive, classes);
+        QVERIFY2(result.ok, qPrintable(result.error));
+        QCOMPARE(read, (QVariantMap{{u"showSeconds"_s, true},
+                                    {u"alignStepper"_s, true},
+                                    {u"isLocalizing"_s, false},
+                                    {u"appearance"_s, qint64(1)},
+                                    {u"hour"_s, false}}));
+        const auto copy =
+            std::dynamic_pointer_cast<WBTimeControl>(result.root.value<KeyedObject>());
+        QVERIFY(copy);
+        QVERIFY(copy->showSeconds() && copy->alignStepper() && copy->isFlatAppearance());
+        QCOMPARE(copy->isLocalizing(), false);
+        QCOMPARE(copy->visibleFields().size(), 3);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTimeControl)
+#include "tst_timecontrol.moc"
