@@ -1,7 +1,7 @@
 #include "EntrySheet.h"
 
 #include "PauseEditorView.h"
-#include "TagField.h"
+#include "TagCompleter.h"
 #include "TimeControlWidget.h"
 #include "platform/Folders.h"
 
@@ -12,6 +12,7 @@
 #include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -63,7 +64,7 @@ EntrySheet::EntrySheet(ProjectCollection &collection, Preferences &preferences, 
     , m_totalCaption(new QLabel(tr("Total:")))
     , m_totalLabel(new QLabel)
     , m_comment(new QPlainTextEdit)
-    , m_tags(new TagField(tags, TagStorage::Panel::Timer))
+    , m_tags(new QLineEdit)
     , m_pauseToggle(new QToolButton)
     , m_conflictMarker(new QLabel)
     , m_pauseView(new PauseEditorView(m_logic.pauseEditor(), alerts))
@@ -89,6 +90,8 @@ EntrySheet::EntrySheet(ProjectCollection &collection, Preferences &preferences, 
     m_comment->setFixedHeight(m_comment->fontMetrics().lineSpacing() * 4 +
                               2 * m_comment->frameWidth() + 8);
     m_tags->setObjectName(QStringLiteral("timerTokenField"));
+    if (tags)
+        new TagCompleter(m_tags, *tags, TagStorage::Panel::Timer);
     m_tags->setPlaceholderText(tr("Tags, separated by commas"));
     m_pauseToggle->setObjectName(QStringLiteral("timerPauseEditorButton"));
     m_pauseToggle->setText(tr("Pauses"));

@@ -13,7 +13,7 @@ class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
 class QToolButton;
-class TagField;
+class QLineEdit;
 class TagStorage;
 class TimeControlWidget;
 
@@ -75,7 +75,7 @@ private:
     QLabel *m_totalCaption;
     QLabel *m_totalLabel;
     QPlainTextEdit *m_comment;
-    TagField *m_tags;
+    QLineEdit *m_tags;
     QToolButton *m_pauseToggle;
     QLabel *m_conflictMarker;
     PauseEditorView *m_pauseView;

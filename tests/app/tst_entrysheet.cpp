@@ -4,7 +4,6 @@
 #include "EntrySheet.h"
 #include "PauseEditorView.h"
 #include "PauseTableModel.h"
-#include "TagField.h"
 #include "TimeControlWidget.h"
 #include "model/LocalTimeFormat.h"
 #include "model/ProjectCollection.h"
@@ -16,6 +15,7 @@
 #include <QCompleter>
 #include <QDateEdit>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -415,13 +415,15 @@ private slots:
         m_tags->addTagsFromString(u"Work,work,Writing"_s);
         m_sheet->newEntry(m_project);
         QVERIFY(QTest::qWaitForWindowActive(m_sheet));
-        auto *field = find<TagField>(u"timerTokenField"_s);
+        auto *field = find<QLineEdit>(u"timerTokenField"_s);
+        QCompleter *completer = field->findChild<QCompleter *>();
+        QVERIFY(completer);
         field->setFocus();
         QTest::keyClicks(field, u"home,W"_s);
-        QAbstractItemModel *offered = field->completer()->model();
+        QAbstractItemModel *offered = completer->model();
         QCOMPARE(offered->rowCount(), 2);
         QCOMPARE(offered->index(1, 0).data().toString(), u"Writing"_s);
-        QAbstractItemView *popup = field->completer()->popup();
+        QAbstractItemView *popup = completer->popup();
         QVERIFY(popup->isVisible());
         popup->setCurrentIndex(offered->index(1, 0));
         QTest::keyClick(popup, Qt::Key_Return);
