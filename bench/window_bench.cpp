@@ -11,6 +11,7 @@
 #include "platform/Preferences.h"
 #include "platform/UserAlerts.h"
 #include "stores/CustomerStorage.h"
+#include "stores/TagStorage.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -70,7 +71,8 @@ int main(int argc, char *argv[]) {
     CustomerStorage customers(folder.filePath(u"customers.plist"_s), collection, preferences);
     collection.setCustomerDirectory(&customers);
     Silent user;
-    MainWindow window({preferences, collection, customers, currency, user, user, user,
+    TagStorage tags(folder.filePath(u"tags.plist"_s));
+    MainWindow window({preferences, collection, customers, tags, currency, user, user, user,
                        folder.filePath(u"filters.plist"_s), folder.filePath(u"none.plist"_s)});
     window.resize(1280, 800);
     window.show();

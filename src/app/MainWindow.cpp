@@ -1,13 +1,17 @@
 #include "MainWindow.h"
 
 #include "DetailsPane.h"
+#include "EntrySheet.h"
+#include "FlatFeeSheet.h"
 #include "PreferencesWindow.h"
 #include "ProjectController.h"
 #include "ProjectListModel.h"
 #include "ProjectListView.h"
+#include "ProjectSheet.h"
 #include "QuickFilterBar.h"
 #include "ToolbarCustomizeDialog.h"
 #include "ToolbarItems.h"
+#include "model/Entry.h"
 #include "model/ProjectCollection.h"
 #include "platform/Folders.h"
 #include "platform/Preferences.h"
@@ -58,7 +62,21 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     , m_searchField(new QLineEdit(this))
     , m_statusInfo(new QLabel(this))
     , m_saveWarning(new QLabel(this))
-    , m_toolbar(new QToolBar(tr("Toolbar"), this)) {
+    , m_toolbar(new QToolBar(tr("Toolbar"), this))
+    , m_entrySheet(new EntrySheet(services.collection, services.preferences, services.alerts,
+                                  &services.tags, this))
+    , m_projectSheet(new ProjectSheet(services.collection, services.customers, services.tags,
+                                      services.preferences, services.currency, services.alerts,
+                                      this))
+    , m_flatFeeSheet(new FlatFeeSheet(services.collection, services.tags, services.currency, this))
+    , m_editCommands(
+          services.collection,
+          {[this](const std::shared_ptr<Project> &project) {
+               m_projectSheet->editProject(project);
+           },
+           [this](const std::shared_ptr<Entry> &entry) { m_entrySheet->editEntry(entry); },
+           [this](const std::shared_ptr<FlatFeeEntry> &fee) { m_flatFeeSheet->editFlatFee(fee); }})
+    , m_timerCommands(services.collection) {
     setObjectName(u"MainWindow"_s);
     setUnifiedTitleAndToolBarOnMac(true);
     m_model->setCustomerStorage(&services.customers);
@@ -117,6 +135,22 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
         if (quit)
             terminate();
     });
+    connect(m_list, &ProjectListView::actionSegmentClicked, this, &MainWindow::actionButtonClicked);
+    connect(m_list, &ProjectListView::itemDoubleClicked, this, &MainWindow::doubleClick);
+    connect(m_entrySheet, &EntrySheet::entryAdded, this,
+            [this](const std::shared_ptr<Entry> &entry, const std::shared_ptr<Project> &project) {
+                selectRow(project, entry.get());
+            });
+    connect(m_entrySheet, &EntrySheet::entryEdited, this,
+            [this](const std::shared_ptr<Entry> &entry) {
+                selectRow(m_model->projectAt(m_list->currentIndex()), entry.get());
+            });
+    connect(m_projectSheet, &ProjectSheet::projectSaved, this,
+            [this](const std::shared_ptr<Project> &project) { selectRow(project, nullptr); });
+    connect(m_flatFeeSheet, &FlatFeeSheet::flatFeeSaved, this,
+            [this](const std::shared_ptr<FlatFeeEntry> &fee, bool) {
+                selectRow(m_model->projectAt(m_list->currentIndex()), fee.get());
+            });
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
         updateDetails();
         updateCommandStates();
@@ -129,7 +163,9 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
 MainWindow::~MainWindow() = default;
 
 QStringList MainWindow::availableToolbarItems() {
-    return {u"Delete"_s, u"Details"_s, u"Filters"_s, u"Search"_s};
+    return {u"AddProject"_s, u"AddEntry"_s, u"AddFlatFeeEntry"_s, u"Delete"_s,
+            u"Edit"_s,       u"Details"_s,  u"Pause"_s,           u"Resume"_s,
+            u"Stop"_s,       u"Filters"_s,  u"Search"_s};
 }
 
 QAction *MainWindow::addCommand(const QString &action, const QString &title,
@@ -166,6 +202,29 @@ void MainWindow::createCommands() {
             &ProjectListView::paste);
     connect(addCommand(u"delete:"_s, tr("&Delete"), QKeySequence::Delete, u"Trash"_s),
             &QAction::triggered, this, &MainWindow::deleteSelection);
+    connect(addCommand(u"newProject:"_s, tr("New &Project…"),
+                       QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), u"NewProject"_s),
+            &QAction::triggered, this, &MainWindow::newProject);
+    connect(addCommand(u"newTimerEntry:"_s, tr("New &Entry…"), QKeySequence(Qt::CTRL | Qt::Key_E),
+                       u"NewEntry"_s),
+            &QAction::triggered, this, &MainWindow::newTimerEntry);
+    connect(addCommand(u"newFlatFeeEntry:"_s, tr("New &Flat Fee…"),
+                       QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), u"NewFlatFeeEntry"_s),
+            &QAction::triggered, this, &MainWindow::newFlatFeeEntry);
+    connect(addCommand(u"edit:"_s, tr("&Edit…"), QKeySequence(Qt::CTRL | Qt::Key_I), u"Edit"_s),
+            &QAction::triggered, this, &MainWindow::edit);
+    connect(addCommand(u"startTimerInProject:"_s, tr("&Start Timer"),
+                       QKeySequence(Qt::CTRL | Qt::Key_T), u"btn_clock"_s),
+            &QAction::triggered, this, &MainWindow::startTimer);
+    connect(addCommand(u"pause:"_s, tr("&Pause"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P),
+                       u"pause"_s),
+            &QAction::triggered, this, &MainWindow::pause);
+    connect(addCommand(u"resume:"_s, tr("&Resume"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R),
+                       u"play"_s),
+            &QAction::triggered, this, &MainWindow::resume);
+    connect(addCommand(u"actionButtonClicked:"_s, tr("S&top"),
+                       QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T), u"Stop"_s),
+            &QAction::triggered, this, [this] { actionButtonClicked(m_list->currentIndex(), 2); });
     QAction *details = addCommand(u"toggleDrawer:"_s, tr("&Details"),
                                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), u"details"_s);
     details->setCheckable(true);
@@ -231,6 +290,17 @@ void MainWindow::createMenus() {
         else
             edit->addSeparator();
     }
+    QMenu *projects = menuBar()->addMenu(tr("&Project"));
+    for (const char *action :
+         {"newProject:", "newTimerEntry:", "newFlatFeeEntry:", "", "edit:", "delete:"}) {
+        if (*action)
+            projects->addAction(m_commands.value(QString::fromLatin1(action)));
+        else
+            projects->addSeparator();
+    }
+    QMenu *timer = menuBar()->addMenu(tr("&Timer"));
+    for (const char *action : {"startTimerInProject:", "pause:", "resume:", "actionButtonClicked:"})
+        timer->addAction(m_commands.value(QString::fromLatin1(action)));
     QMenu *view = menuBar()->addMenu(tr("&View"));
     view->addAction(m_commands.value(u"toggleDrawer:"_s));
     view->addAction(m_commands.value(u"toggleQuickFilters:"_s));
@@ -243,20 +313,28 @@ void MainWindow::createMenus() {
 
     auto *entryMenu = new QMenu(this);
     auto *projectMenu = new QMenu(this);
-    for (const char *action : {"cut:", "copy:", "paste:", "", "delete:"}) {
-        for (QMenu *menu : {entryMenu, projectMenu}) {
-            if (*action)
-                menu->addAction(m_commands.value(QString::fromLatin1(action)));
-            else
-                menu->addSeparator();
-        }
+    for (const char *action : {"edit:", "", "resume:", "pause:", "actionButtonClicked:", "",
+                               "cut:", "copy:", "paste:", "", "delete:"}) {
+        if (*action)
+            entryMenu->addAction(m_commands.value(QString::fromLatin1(action)));
+        else
+            entryMenu->addSeparator();
+    }
+    for (const char *action :
+         {"edit:", "newTimerEntry:", "newFlatFeeEntry:", "",
+          "startTimerInProject:", "pause:", "resume:", "", "paste:", "", "delete:"}) {
+        if (*action)
+            projectMenu->addAction(m_commands.value(QString::fromLatin1(action)));
+        else
+            projectMenu->addSeparator();
     }
     auto *defaultMenu = new QMenu(this);
+    defaultMenu->addAction(m_commands.value(u"newProject:"_s));
     defaultMenu->addAction(m_commands.value(u"paste:"_s));
     m_list->setEntryMenu(entryMenu);
     m_list->setProjectMenu(projectMenu);
     m_list->setDefaultMenu(defaultMenu);
-    for (QMenu *menu : {file, edit, view, entryMenu, projectMenu, defaultMenu})
+    for (QMenu *menu : {file, edit, projects, timer, view, entryMenu, projectMenu, defaultMenu})
         connect(menu, &QMenu::aboutToShow, this, &MainWindow::updateCommandStates);
 }
 
@@ -504,19 +582,94 @@ void MainWindow::updateDetails() {
 
 void MainWindow::deleteSelection() {
     const QModelIndex current = m_list->currentIndex();
-    const auto project = m_model->projectAt(current);
-    if (!project)
-        return;
-    const auto item = m_model->itemAt(current);
     const int row = current.row();
     const QModelIndex parent = current.parent();
-    if (item)
-        m_services.collection.deleteEntry(item, project);
-    else
-        m_services.collection.deleteProject(project);
+    if (!m_editCommands.deleteSelection(m_model->projectAt(current), m_model->itemAt(current)))
+        return;
     const int rows = m_model->rowCount(parent);
     if (rows > 0)
         m_list->setCurrentIndex(m_model->index(qMin(row, rows - 1), 0, parent));
+    updateDetails();
+}
+
+void MainWindow::pause() {
+    const QModelIndex current = m_list->currentIndex();
+    m_timerCommands.pause(m_model->projectAt(current), m_model->itemAt(current));
+    updateDetails();
+}
+
+void MainWindow::resume() {
+    const QModelIndex current = m_list->currentIndex();
+    m_timerCommands.resume(m_model->projectAt(current), m_model->itemAt(current));
+    updateDetails();
+}
+
+void MainWindow::startTimer() {
+    const auto project = m_model->projectAt(m_list->currentIndex());
+    if (!project)
+        return;
+    const auto entry = m_services.collection.startTimerInProject(project);
+    selectRow(project, entry.get());
+}
+
+void MainWindow::newProject() {
+    m_projectSheet->newProject(-1);
+}
+
+void MainWindow::newTimerEntry() {
+    const QModelIndex current = m_list->currentIndex();
+    if (const auto project = m_model->projectAt(current))
+        m_entrySheet->newEntry(project, m_model->itemAt(current));
+}
+
+void MainWindow::newFlatFeeEntry() {
+    if (const auto project = m_model->projectAt(m_list->currentIndex()))
+        m_flatFeeSheet->newFlatFee(project);
+}
+
+void MainWindow::edit() {
+    const QModelIndex current = m_list->currentIndex();
+    m_editCommands.edit(m_model->projectAt(current), m_model->itemAt(current));
+}
+
+void MainWindow::doubleClick(const QModelIndex &index) {
+    m_list->setCurrentIndex(index);
+    edit();
+}
+
+void MainWindow::actionButtonClicked(const QModelIndex &index, int segment) {
+    const auto project = m_model->projectAt(index);
+    if (!project)
+        return;
+    const auto item = m_model->itemAt(index);
+    m_list->setCurrentIndex(index.siblingAtColumn(0));
+    switch (TimerCommands::commandForSegment(item.get(), segment)) {
+    case TimerCommands::Command::StartTimer:
+        startTimer();
+        break;
+    case TimerCommands::Command::Resume:
+        resume();
+        break;
+    case TimerCommands::Command::Pause:
+        pause();
+        break;
+    case TimerCommands::Command::Stop:
+        m_entrySheet->stopEntry(std::static_pointer_cast<Entry>(item));
+        break;
+    }
+}
+
+void MainWindow::selectRow(const std::shared_ptr<Project> &project, const ProjectItem *item) {
+    if (!project)
+        return;
+    const QModelIndex projectRow = m_model->indexOfProject(*project);
+    if (item && projectRow.isValid())
+        m_list->expand(projectRow);
+    const QModelIndex row = item ? m_model->indexOfItem(*item) : projectRow;
+    if (row.isValid()) {
+        m_list->setCurrentIndex(row);
+        m_list->scrollTo(row);
+    }
     updateDetails();
 }
 

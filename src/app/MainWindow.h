@@ -2,6 +2,8 @@
 
 #include "CommandValidation.h"
 #include "DetailsPage.h"
+#include "EditCommands.h"
+#include "TimerCommands.h"
 #include "search/FilterTarget.h"
 
 #include <QHash>
@@ -12,6 +14,8 @@ class CurrencyFormatter;
 class CustomerStorage;
 class DesktopServices;
 class DetailsPane;
+class EntrySheet;
+class FlatFeeSheet;
 class FilePanels;
 class FilterController;
 class Preferences;
@@ -20,12 +24,14 @@ class ProjectCollection;
 class ProjectController;
 class ProjectListModel;
 class ProjectListView;
+class ProjectSheet;
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QToolBar;
 class QuickFilterBar;
 class QuickFilters;
+class TagStorage;
 class UserAlerts;
 
 // The main window: the quick-filter bar over the project list, the details pane beside it, the
@@ -40,6 +46,7 @@ public:
         Preferences &preferences;
         ProjectCollection &collection;
         CustomerStorage &customers;
+        TagStorage &tags;
         const CurrencyFormatter &currency;
         UserAlerts &alerts;
         FilePanels &panels;
@@ -60,6 +67,9 @@ public:
     ProjectListView *listView() const { return m_list; }
     ProjectListModel *listModel() const { return m_model; }
     DetailsPane *detailsPane() const { return m_details; }
+    EntrySheet *entrySheet() const { return m_entrySheet; }
+    ProjectSheet *projectSheet() const { return m_projectSheet; }
+    FlatFeeSheet *flatFeeSheet() const { return m_flatFeeSheet; }
     QuickFilterBar *quickFilterBar() const { return m_quickFilterBar; }
     QComboBox *filterPopUp() const { return m_filterPopUp; }
     QLineEdit *searchField() const { return m_searchField; }
@@ -83,6 +93,8 @@ public:
     void disableQuickFilters() override;
 
     void updateCommandStates();
+    // A click on a segment of the action column, or the Stop command (segment 2).
+    void actionButtonClicked(const QModelIndex &index, int segment);
     void updateDetails();
     void setToolbarItems(const QStringList &identifiers);
     void customizeToolbar();
@@ -108,6 +120,16 @@ private:
     void updateTitle();
     void updateStatusInfo();
     void deleteSelection();
+    void pause();
+    void resume();
+    void startTimer();
+    void newProject();
+    void newTimerEntry();
+    void newFlatFeeEntry();
+    void edit();
+    void doubleClick(const QModelIndex &index);
+    // Selects the row of the item (or of the project when item is null), expanding its project.
+    void selectRow(const std::shared_ptr<Project> &project, const ProjectItem *item);
     void toggleDetails();
     void toggleQuickFilters();
     void showPreferences();
@@ -132,6 +154,11 @@ private:
     QLabel *m_saveWarning;
     QToolBar *m_toolbar;
     PreferencesWindow *m_preferencesWindow = nullptr;
+    EntrySheet *m_entrySheet;
+    ProjectSheet *m_projectSheet;
+    FlatFeeSheet *m_flatFeeSheet;
+    EditCommands m_editCommands;
+    TimerCommands m_timerCommands;
     QHash<QString, QAction *> m_commands;
     QStringList m_toolbarItems;
     bool m_terminated = false;

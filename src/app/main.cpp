@@ -12,6 +12,7 @@
 #include "platform/VersionMigration.h"
 #include "render/WebEngineSetup.h"
 #include "stores/CustomerStorage.h"
+#include "stores/TagStorage.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -66,7 +67,9 @@ int main(int argc, char *argv[]) {
     FileDialogPanels panels;
     QtDesktopServices desktop;
 
-    MainWindow window({preferences, collection, customers, currency, alerts, panels, desktop,
+    TagStorage tags(HelpFunctions::applicationSupportFolder() + u"/tags.plist"_s);
+    tags.loadTags();
+    MainWindow window({preferences, collection, customers, tags, currency, alerts, panels, desktop,
                        HelpFunctions::applicationSupportFolder() + u"/filters.plist"_s,
                        Folders::resourceFolder() + u"/quickfilters.plist"_s});
     alerts.setParentWindow(&window);

@@ -3,16 +3,20 @@
 #include "support/ScriptedUser.h"
 
 #include "DetailsPane.h"
+#include "EntrySheet.h"
+#include "FlatFeeSheet.h"
 #include "MainWindow.h"
 #include "ProjectController.h"
 #include "ProjectListModel.h"
 #include "ProjectListView.h"
+#include "ProjectSheet.h"
 #include "QuickFilterBar.h"
 #include "model/ProjectCollection.h"
 #include "model/ProjectFile.h"
 #include "platform/CurrencyFormatter.h"
 #include "search/QuickFilters.h"
 #include "stores/CustomerStorage.h"
+#include "stores/TagStorage.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -23,6 +27,7 @@
 #include <QTest>
 #include <QTextBrowser>
 #include <QToolBar>
+#include <QUndoStack>
 
 namespace {
 
@@ -61,6 +66,7 @@ private slots:
     void cleanup() {
         m_window.reset();
         m_customers.reset();
+        m_tags.reset();
         m_collection.reset();
         Preferences::setShared(nullptr);
     }
@@ -70,8 +76,9 @@ private slots:
         QCOMPARE(m_window->windowTitle(), u"untitled[*] — Hourfold"_s);
         QCOMPARE(m_window->listModel()->rowCount(), 0);
         QCOMPARE(m_window->toolbarItemIdentifiers(),
-                 (QStringList{u"Delete"_s, u"Separator"_s, u"Filters"_s, u"Search"_s,
-                              u"Separator"_s, u"Details"_s}));
+                 (QStringList{u"AddProject"_s, u"AddEntry"_s, u"AddFlatFeeEntry"_s, u"Delete"_s,
+                              u"Edit"_s, u"Separator"_s, u"Filters"_s, u"Search"_s, u"Separator"_s,
+                              u"Details"_s}));
         QCOMPARE(m_preferences->objectForKey(u"TB Item Identifiers"_s).toStringList(),
                  ToolbarItemsDefault());
     }
@@ -228,13 +235,116 @@ private slots:
         m_preferences->setObject(u"3.1.0"_s, u"lastVersion");
         startWindow();
         // 3.1.0 brings "Attachments" in after "Edit" (missing here: at the end); this window
-        // shows neither it nor "Add Entry", but keeps them in the saved arrangement.
+        // does not show it, but keeps it in the saved arrangement.
         QCOMPARE(m_preferences->objectForKey(u"TB Item Identifiers"_s).toStringList(),
                  (QStringList{u"Details"_s, u"AddEntry"_s, u"Delete"_s, u"Attachments"_s}));
-        QCOMPARE(m_window->toolbarItemIdentifiers(), (QStringList{u"Details"_s, u"Delete"_s}));
+        QCOMPARE(m_window->toolbarItemIdentifiers(),
+                 (QStringList{u"Details"_s, u"AddEntry"_s, u"Delete"_s}));
+    }
+
+    // The action column's segments: an entry resumes, pauses and stops; a project starts a
+    // timer, resumes and pauses.
+    void actionSegments_data() {
+        QTest::addColumn<QString>("row");
+        QTest::addColumn<int>("segment");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("project 0 starts a timer") << u"project"_s << 0 << u"running 2, paused 1"_s;
+        QTest::newRow("project 1 resumes") << u"project"_s << 1 << u"running 2, paused 0"_s;
+        QTest::newRow("project 2 pauses") << u"project"_s << 2 << u"running 0, paused 2"_s;
+        QTest::newRow("running entry 1 pauses") << u"running"_s << 1 << u"running 0, paused 2"_s;
+        QTest::newRow("paused entry 0 resumes") << u"paused"_s << 0 << u"running 2, paused 0"_s;
+        QTest::newRow("paused entry 1 stays") << u"paused"_s << 1 << u"running 1, paused 1"_s;
+    }
+    void actionSegments() {
+        QFETCH(QString, row);
+        QFETCH(int, segment);
+        QFETCH(QString, expected);
+        startWithTimers();
+        const QModelIndex projectRow = m_window->listModel()->index(0, 0);
+        QModelIndex target = projectRow;
+        if (row != u"project")
+            target = m_window->listModel()->index(row == u"running" ? 1 : 0, 3, projectRow);
+        m_window->actionButtonClicked(target, segment);
+        QCOMPARE(timerStates(), expected);
+        QVERIFY(m_collection->dataChanged());
+    }
+
+    void stopOpensTheSheetWithTheTimerStopped() {
+        startWithTimers();
+        // The list sorts by day and start: the paused entry (07:00) comes first.
+        const QModelIndex running =
+            m_window->listModel()->index(1, 0, m_window->listModel()->index(0, 0));
+        m_window->listView()->setCurrentIndex(running);
+        QAction *stop = m_window->commandAction(u"actionButtonClicked:"_s);
+        QVERIFY(stop->isEnabled());
+        stop->trigger();
+        QVERIFY(m_window->entrySheet()->isVisible());
+        m_window->entrySheet()->accept();
+        QCOMPARE(timerStates(), u"running 0, paused 1"_s);
+        QCOMPARE(m_collection->undoStack()->undoText(), u"Edit Entry"_s);
+    }
+
+    void timerCommandsFollowTheSelection() {
+        startWithTimers();
+        QAction *pause = m_window->commandAction(u"pause:"_s);
+        QAction *resume = m_window->commandAction(u"resume:"_s);
+        QAction *stop = m_window->commandAction(u"actionButtonClicked:"_s);
+        const QModelIndex project = m_window->listModel()->index(0, 0);
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(0, 0, project));
+        QCOMPARE((QList<bool>{pause->isEnabled(), resume->isEnabled(), stop->isEnabled()}),
+                 (QList<bool>{false, true, true}));
+        resume->trigger();
+        QCOMPARE(timerStates(), u"running 2, paused 0"_s);
+        QCOMPARE((QList<bool>{pause->isEnabled(), resume->isEnabled(), stop->isEnabled()}),
+                 (QList<bool>{true, false, true}));
+        m_window->listView()->setCurrentIndex(project);
+        pause->trigger();
+        QCOMPARE(timerStates(), u"running 0, paused 2"_s);
+    }
+
+    void sheetsOpenFromTheCommands() {
+        startWithTimers();
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(0, 0));
+        m_window->commandAction(u"newFlatFeeEntry:"_s)->trigger();
+        QVERIFY(m_window->flatFeeSheet()->isVisible());
+        m_window->flatFeeSheet()->reject();
+        m_window->commandAction(u"newTimerEntry:"_s)->trigger();
+        QVERIFY(m_window->entrySheet()->isVisible());
+        m_window->entrySheet()->accept();
+        QCOMPARE(m_collection->undoStack()->undoText(), u"Add Entry"_s);
+        QCOMPARE(m_window->commandAction(u"undo:"_s)->text(), u"&Undo Add Entry"_s);
+        m_window->commandAction(u"newProject:"_s)->trigger();
+        QVERIFY(m_window->projectSheet()->isVisible());
+        m_window->projectSheet()->reject();
+        // A double click on a project row opens its editor.
+        ProjectListView *list = m_window->listView();
+        const QRect cell = list->visualRect(m_window->listModel()->index(0, 1));
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, cell.center());
+        QVERIFY(m_window->projectSheet()->isVisible());
+        m_window->projectSheet()->reject();
     }
 
 private:
+    void startWithTimers() {
+        auto project = std::make_shared<Project>(u"Timers"_s, u""_s, 60.0f, 0, 0, 0, -1, u""_s);
+        project->addEntry(periodEntry(u"22.11.2026 08:00"_s));
+        auto paused = periodEntry(u"22.11.2026 07:00"_s);
+        paused->setPausedAt(at(u"22.11.2026 07:30"_s));
+        project->addEntry(paused);
+        QVERIFY(ProjectFile::save(m_file, {project}).ok);
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        m_window->listView()->expand(m_window->listModel()->index(0, 0));
+    }
+
+    QString timerStates() const {
+        int running = 0;
+        int paused = 0;
+        for (const auto &entry : m_collection->workingEntries())
+            ++(entry->isPaused() ? paused : running);
+        return u"running %1, paused %2"_s.arg(running).arg(paused);
+    }
+
     static QStringList ToolbarItemsDefault() {
         return {u"AddProject"_s, u"AddEntry"_s,    u"AddFlatFeeEntry"_s, u"Delete"_s,
                 u"Edit"_s,       u"Attachments"_s, u"Separator"_s,       u"Filters"_s,
@@ -247,11 +357,12 @@ private:
         m_customers = std::make_unique<CustomerStorage>(m_folder->filePath(u"customers.plist"_s),
                                                         *m_collection, *m_preferences);
         m_collection->setCustomerDirectory(m_customers.get());
+        m_tags = std::make_unique<TagStorage>(m_folder->filePath(u"tags.plist"_s));
         const QString quickFilters = m_folder->filePath(u"quickfilters.plist"_s);
         QVERIFY(writeFile(quickFilters, Filter::archiveList(QuickFilters::makeDefaultFilters())));
         m_window = std::make_unique<MainWindow>(MainWindow::Services{
-            *m_preferences, *m_collection, *m_customers, m_currency, m_user, m_user, m_user,
-            m_folder->filePath(u"filters.plist"_s), quickFilters});
+            *m_preferences, *m_collection, *m_customers, *m_tags, m_currency, m_user, m_user,
+            m_user, m_folder->filePath(u"filters.plist"_s), quickFilters});
         m_window->show();
         m_window->startUp();
     }
@@ -260,6 +371,7 @@ private:
     std::unique_ptr<Preferences> m_preferences;
     std::unique_ptr<ProjectCollection> m_collection;
     std::unique_ptr<CustomerStorage> m_customers;
+    std::unique_ptr<TagStorage> m_tags;
     std::unique_ptr<MainWindow> m_window;
     CurrencyFormatter m_currency{u"en_US"_s};
     ScriptedUser m_user;
