@@ -140,8 +140,11 @@ void ToolbarCustomizeDialog::moveSelected(int step) {
 
 void ToolbarCustomizeDialog::restoreDefaults() {
     QStringList defaults;
+    // Items this window cannot show are left out, and with them a separator they leave doubled.
     for (const QString &identifier : ToolbarItems::defaultItemIdentifiers()) {
-        if (m_offered.contains(identifier))
+        const bool doubledSeparator = identifier == ToolbarItems::separator &&
+                                      !defaults.isEmpty() && defaults.constLast() == identifier;
+        if (m_offered.contains(identifier) && !doubledSeparator)
             defaults << identifier;
     }
     fill(defaults);
