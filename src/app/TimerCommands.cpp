@@ -8,31 +8,27 @@ TimerCommands::TimerCommands(ProjectCollection &collection)
 
 void TimerCommands::pause(const std::shared_ptr<Project> &project,
                           const std::shared_ptr<ProjectItem> &item) {
-    if (item) {
-        if (!item->isEntry())
-            return;
-        static_cast<Entry &>(*item).pause();
-    } else if (project) {
-        for (const auto &each : project->entries()) {
-            if (each->isEntry())
-                static_cast<Entry &>(*each).pause();
-        }
-    } else {
-        return;
-    }
-    m_collection.setDataChanged(true);
+    apply(
+        project, item, [](Entry &entry) { entry.pause(); }, false);
 }
 
 void TimerCommands::resume(const std::shared_ptr<Project> &project,
                            const std::shared_ptr<ProjectItem> &item) {
+    apply(
+        project, item, [](Entry &entry) { entry.resume(); }, true);
+}
+
+void TimerCommands::apply(const std::shared_ptr<Project> &project,
+                          const std::shared_ptr<ProjectItem> &item,
+                          const std::function<void(Entry &)> &change, bool onlyPausedOfProject) {
     if (item) {
         if (!item->isEntry())
             return;
-        static_cast<Entry &>(*item).resume();
+        change(static_cast<Entry &>(*item));
     } else if (project) {
         for (const auto &each : project->entries()) {
-            if (each->isEntry() && each->isPaused())
-                static_cast<Entry &>(*each).resume();
+            if (each->isEntry() && (!onlyPausedOfProject || each->isPaused()))
+                change(static_cast<Entry &>(*each));
         }
     } else {
         return;

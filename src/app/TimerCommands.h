@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
+class Entry;
 class Project;
 class ProjectCollection;
 class ProjectItem;
@@ -26,5 +28,10 @@ public:
     static Command commandForSegment(const ProjectItem *item, int segment);
 
 private:
+    // Changes the item when it is a timed entry, or the project's timed entries (only the paused
+    // ones when asked), and marks the document changed.
+    void apply(const std::shared_ptr<Project> &project, const std::shared_ptr<ProjectItem> &item,
+               const std::function<void(Entry &)> &change, bool onlyPausedOfProject);
+
     ProjectCollection &m_collection;
 };
