@@ -154,7 +154,7 @@ private slots:
                    entry->setComment(u"Call\nwith client"_s);
                    entry->setTags(u"a,b"_s);
                    entry->setAttachments(QStringList{u"/tmp/x/report.pdf"_s,
-                                                     u"https://example.com/spec/page.html"_s,
+                                                     u"https://example.com/docs/page.html"_s,
                                                      u"/tmp/notes/"_s});
                    return pages.printEntryDetails(*entry);
                })
