@@ -91,6 +91,7 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     setCentralWidget(central);
     m_details->setObjectName(u"DetailsPane"_s);
     addDockWidget(Qt::RightDockWidgetArea, m_details);
+    m_details->setVisible(services.preferences.boolForKey(u"DrawerState"));
 
     createCommands();
     createFilterControls();
@@ -229,7 +230,12 @@ void MainWindow::createCommands() {
                                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), u"details"_s);
     details->setCheckable(true);
     connect(details, &QAction::triggered, this, &MainWindow::toggleDetails);
-    connect(m_details, &QDockWidget::visibilityChanged, details, &QAction::setChecked);
+    connect(m_details, &QDockWidget::visibilityChanged, this, [this, details](bool visible) {
+        details->setChecked(visible);
+        // The pane's own close button counts as much as the command; a minimised window does not.
+        if (isVisible() && !isMinimized())
+            m_services.preferences.setObject(visible, u"DrawerState");
+    });
     QAction *quickFilters = addCommand(u"toggleQuickFilters:"_s, tr("&Quick Filters"), {});
     quickFilters->setCheckable(true);
     connect(quickFilters, &QAction::triggered, this, &MainWindow::toggleQuickFilters);
@@ -501,8 +507,6 @@ void MainWindow::restoreWindowState() {
 void MainWindow::startUp() {
     m_controller->setStartingUp(true);
     setupToolbar();
-    Preferences &preferences = m_services.preferences;
-    m_details->setVisible(preferences.boolForKey(u"DrawerState"));
     m_controller->startUp();
     m_list->restoreExpansion();
     loadQuickFilters();
@@ -675,7 +679,6 @@ void MainWindow::selectRow(const std::shared_ptr<Project> &project, const Projec
 
 void MainWindow::toggleDetails() {
     m_details->setVisible(!m_details->isVisible());
-    m_services.preferences.setObject(m_details->isVisible(), u"DrawerState");
 }
 
 void MainWindow::toggleQuickFilters() {

@@ -125,6 +125,17 @@ private slots:
         QVERIFY(!m_window->detailsPane()->browser()->toPlainText().contains(u"App"_s));
     }
 
+    void detailsPaneRemembersWhetherItIsOpen() {
+        startWindow();
+        QVERIFY(!m_window->detailsPane()->isVisible());
+        m_window->commandAction(u"toggleDrawer:"_s)->trigger();
+        QVERIFY(m_window->detailsPane()->isVisible());
+        QVERIFY(m_preferences->boolForKey(u"DrawerState"));
+        m_window->detailsPane()->close();
+        QVERIFY(!m_preferences->boolForKey(u"DrawerState"));
+        QVERIFY(!m_window->commandAction(u"toggleDrawer:"_s)->isChecked());
+    }
+
     void newAsksAboutUnsavedChanges_data() {
         QTest::addColumn<int>("answer");
         QTest::addColumn<int>("rowsAfter");
