@@ -48,6 +48,11 @@ QString CustomerSheet::acceptButtonTitle() const {
                                        : QCoreApplication::translate("CustomerSheet", "Accept");
 }
 
+QString CustomerSheet::nameWarningText() {
+    return QCoreApplication::translate("CustomerSheet",
+                                       "A customer with this name already exists.");
+}
+
 bool CustomerSheet::accept() {
     if (m_mode == Mode::EditCustomer) {
         m_storage.changeCustomer(m_customerID, m_name, m_color, m_image);
@@ -73,7 +78,7 @@ bool CustomerSheet::accept() {
     customer->setCustomerImage(m_image);
     m_storage.undoStack()->beginMacro(
         QCoreApplication::translate("CustomerSheet", "Create customer"));
-    m_storage.addCustomer(customer);
+    m_customerID = m_storage.addCustomer(customer);
     m_storage.undoStack()->endMacro();
     return true;
 }

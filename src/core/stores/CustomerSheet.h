@@ -23,11 +23,14 @@ public:
     bool editCustomer(int index);
 
     Mode mode() const { return m_mode; }
+    // The customer being edited, or the one created by the last accept(); -1 before either.
+    int customerID() const { return m_customerID; }
     // "new customer" or "edit customer".
     QString title() const;
     // "Create" or "Accept".
     QString acceptButtonTitle() const;
-    // The line that tells a name is taken.
+    // The line that tells a name is taken, and its text.
+    static QString nameWarningText();
     bool isNameWarningVisible() const { return m_nameWarningVisible; }
     bool isRemoveImageEnabled() const { return !m_image.isNull(); }
     bool isOpenInAddressBookVisible() const { return !m_ABid.isEmpty(); }

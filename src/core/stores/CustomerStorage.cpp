@@ -168,6 +168,22 @@ void CustomerStorage::changeCustomer(int customerID, const QString &name, const 
     saveCustomers();
 }
 
+void CustomerStorage::changeCustomerImage(int customerID, const QImage &image) {
+    const Customer::Pointer customer = customerWithID(customerID);
+    if (!customer)
+        return;
+    const QImage before = customer->customerImage();
+    undoStack()->push(new UndoCommand(
+        tr("Customer image"), [this, customer, image] { setCustomerImage(customer, image); },
+        [this, customer, before] { setCustomerImage(customer, before); }));
+}
+
+void CustomerStorage::setCustomerImage(const Customer::Pointer &customer, const QImage &image) {
+    customer->setCustomerImage(image);
+    emit customerChanged(customer->customerID());
+    saveCustomers();
+}
+
 int CustomerStorage::addCustomerFromABPerson(const VCardReader::Person &person) {
     auto customer = std::make_shared<Customer>();
     QStringList names{person.firstName, person.lastName};

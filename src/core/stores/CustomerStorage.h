@@ -67,6 +67,9 @@ public:
     // New values from the edit sheet; not undoable.
     void changeCustomer(int customerID, const QString &name, const QColor &color,
                         const QImage &image);
+    // A new picture for the customer (a null image for none), saved at once; undoing brings the
+    // previous one back ("Customer image").
+    void changeCustomerImage(int customerID, const QImage &image);
 
     // A customer made from an address-book card: "first last" (either alone), else the
     // organisation; the "projectColor" preference (red without one). Added with addCustomer().
@@ -88,11 +91,12 @@ public:
 signals:
     // Customers were added, removed, renamed or reloaded: the list is to be read again.
     void customersChanged();
-    // One customer's check box changed.
+    // One customer's check box or picture changed.
     void customerChanged(int customerID);
 
 private:
     ProjectList removeCustomer(int customerID);
+    void setCustomerImage(const Customer::Pointer &customer, const QImage &image);
     void setVisibleExcept(bool visible, int exceptIndex);
     void giveMissingIds();
 
