@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "CustomerSideBar.h"
 #include "DetailsPane.h"
 #include "EntrySheet.h"
 #include "FlatFeeSheet.h"
@@ -30,6 +31,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUndoStack>
@@ -57,6 +59,8 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
           new ProjectListModel(services.collection, services.preferences, services.currency, this))
     , m_list(new ProjectListView(services.alerts, this))
     , m_details(new DetailsPane(m_pages, this))
+    , m_customerBar(new CustomerSideBar(services.customers, services.collection,
+                                        services.preferences, services.alerts))
     , m_quickFilterBar(new QuickFilterBar(this))
     , m_filterPopUp(new QComboBox(this))
     , m_searchField(new QLineEdit(this))
@@ -82,13 +86,25 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     m_model->setCustomerStorage(&services.customers);
     m_list->setProjectListModel(m_model);
 
-    auto *central = new QWidget(this);
-    auto *layout = new QVBoxLayout(central);
+    auto *listSide = new QWidget;
+    auto *layout = new QVBoxLayout(listSide);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_quickFilterBar);
     layout->addWidget(m_list);
-    setCentralWidget(central);
+    auto *splitter = new QSplitter(this);
+    splitter->setObjectName(u"MainSplitter"_s);
+    splitter->addWidget(m_customerBar);
+    splitter->addWidget(listSide);
+    splitter->setCollapsible(1, false);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({220, 800});
+    setCentralWidget(splitter);
+    connect(m_customerBar, &CustomerSideBar::customerSelected, this,
+            [this](const Customer::Pointer &customer) {
+                if (customer)
+                    m_details->showCustomer(*customer);
+            });
     m_details->setObjectName(u"DetailsPane"_s);
     addDockWidget(Qt::RightDockWidgetArea, m_details);
     m_details->setVisible(services.preferences.boolForKey(u"DrawerState"));
@@ -236,6 +252,13 @@ void MainWindow::createCommands() {
         if (isVisible() && !isMinimized())
             m_services.preferences.setObject(visible, u"DrawerState");
     });
+    QAction *customers = addCommand(u"toggleDropBox:"_s, tr("&Customers"),
+                                    QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
+    customers->setCheckable(true);
+    customers->setChecked(true);
+    connect(customers, &QAction::triggered, m_customerBar, &CustomerSideBar::toggleDropBox);
+    connect(m_customerBar, &CustomerSideBar::dropBoxHiddenChanged, customers,
+            [customers](bool hidden) { customers->setChecked(!hidden); });
     QAction *quickFilters = addCommand(u"toggleQuickFilters:"_s, tr("&Quick Filters"), {});
     quickFilters->setCheckable(true);
     connect(quickFilters, &QAction::triggered, this, &MainWindow::toggleQuickFilters);
@@ -308,6 +331,7 @@ void MainWindow::createMenus() {
     for (const char *action : {"startTimerInProject:", "pause:", "resume:", "actionButtonClicked:"})
         timer->addAction(m_commands.value(QString::fromLatin1(action)));
     QMenu *view = menuBar()->addMenu(tr("&View"));
+    view->addAction(m_commands.value(u"toggleDropBox:"_s));
     view->addAction(m_commands.value(u"toggleDrawer:"_s));
     view->addAction(m_commands.value(u"toggleQuickFilters:"_s));
     m_list->headerMenu()->setTitle(tr("&Columns"));
@@ -507,6 +531,7 @@ void MainWindow::restoreWindowState() {
 void MainWindow::startUp() {
     m_controller->setStartingUp(true);
     setupToolbar();
+    m_customerBar->restoreDropBoxState();
     m_controller->startUp();
     m_list->restoreExpansion();
     loadQuickFilters();
@@ -581,6 +606,7 @@ void MainWindow::updateCommandStates() {
 void MainWindow::updateDetails() {
     const CommandValidation::Selection selected = selection();
     m_details->updateDetails(selected.project, selected.item);
+    m_customerBar->showProject(selected.project);
     updateStatusInfo();
 }
 
@@ -617,7 +643,7 @@ void MainWindow::startTimer() {
 }
 
 void MainWindow::newProject() {
-    m_projectSheet->newProject(-1);
+    m_projectSheet->newProject(m_customerBar->selectedCustomerIndex());
 }
 
 void MainWindow::newTimerEntry() {

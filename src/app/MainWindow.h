@@ -11,6 +11,7 @@
 #include <memory>
 
 class CurrencyFormatter;
+class CustomerSideBar;
 class CustomerStorage;
 class DesktopServices;
 class DetailsPane;
@@ -67,6 +68,7 @@ public:
     ProjectListView *listView() const { return m_list; }
     ProjectListModel *listModel() const { return m_model; }
     DetailsPane *detailsPane() const { return m_details; }
+    CustomerSideBar *customerSideBar() const { return m_customerBar; }
     EntrySheet *entrySheet() const { return m_entrySheet; }
     ProjectSheet *projectSheet() const { return m_projectSheet; }
     FlatFeeSheet *flatFeeSheet() const { return m_flatFeeSheet; }
@@ -147,6 +149,7 @@ private:
     ProjectListModel *m_model;
     ProjectListView *m_list;
     DetailsPane *m_details;
+    CustomerSideBar *m_customerBar;
     QuickFilterBar *m_quickFilterBar;
     QComboBox *m_filterPopUp;
     QLineEdit *m_searchField;
