@@ -30,13 +30,19 @@ int TagCompleter::tokenStart() const {
     return int(before.lastIndexOf(u',')) + 1;
 }
 
+int TagCompleter::tokenEnd() const {
+    const qsizetype comma = m_field->text().indexOf(u',', m_field->cursorPosition());
+    return int(comma < 0 ? m_field->text().size() : comma);
+}
+
 void TagCompleter::textEdited() {
     const int start = tokenStart();
     const QString typed = m_field->text().mid(start, m_field->cursorPosition() - start);
     const QStringList names =
         typed.isEmpty() ? QStringList() : m_tags.completionsForSubstring(typed);
     m_model->setStringList(names);
-    if (names.isEmpty()) {
+    // A name typed out in full needs no list.
+    if (names.isEmpty() || names == QStringList{typed}) {
         m_completer->popup()->hide();
         return;
     }
@@ -45,9 +51,8 @@ void TagCompleter::textEdited() {
 
 void TagCompleter::insertCompletion(const QString &name) {
     const int start = tokenStart();
-    const int cursor = m_field->cursorPosition();
     QString text = m_field->text();
-    text.replace(start, cursor - start, name);
+    text.replace(start, tokenEnd() - start, name);
     m_field->setText(text);
     m_field->setCursorPosition(start + int(name.size()));
 }

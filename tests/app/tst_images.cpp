@@ -37,7 +37,10 @@ private slots:
         for (const QString &name :
              {u"customer"_s, u"Clock"_s, u"pause_details"_s, u"dollarsign"_s, u"tags"_s})
             QTest::newRow(qPrintable(name)) << name << details;
-        QTest::newRow("conflict") << u"conflict"_s << 16;
+        for (const QString &name :
+             {u"conflict"_s, u"folder"_s, u"url"_s, u"file"_s, u"follow_link"_s,
+              u"follow_link_pressed"_s, u"follow_link_inv"_s, u"follow_link_pressed_inv"_s})
+            QTest::newRow(qPrintable(name)) << name << 16;
         QTest::newRow("hourfold") << u"hourfold"_s << 64;
     }
 
