@@ -1,5 +1,7 @@
 #include "MainWindow.h"
 
+#include "AttachmentOpenPanel.h"
+#include "AttachmentsPanel.h"
 #include "CustomerSideBar.h"
 #include "DetailsPane.h"
 #include "EntrySheet.h"
@@ -10,6 +12,7 @@
 #include "ProjectListView.h"
 #include "ProjectSheet.h"
 #include "QuickFilterBar.h"
+#include "TagEditorPanel.h"
 #include "ToolbarCustomizeDialog.h"
 #include "ToolbarItems.h"
 #include "model/Entry.h"
@@ -61,6 +64,9 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     , m_details(new DetailsPane(m_pages, this))
     , m_customerBar(new CustomerSideBar(services.customers, services.collection,
                                         services.preferences, services.alerts))
+    , m_attachments(new AttachmentsPanel(services.collection, services.desktop, services.alerts,
+                                         &AttachmentOpenPanel::begin, this))
+    , m_tagEditor(new TagEditorPanel(services.tags, this))
     , m_quickFilterBar(new QuickFilterBar(this))
     , m_filterPopUp(new QComboBox(this))
     , m_searchField(new QLineEdit(this))
@@ -182,7 +188,7 @@ MainWindow::~MainWindow() = default;
 QStringList MainWindow::availableToolbarItems() {
     return {u"AddProject"_s, u"AddEntry"_s, u"AddFlatFeeEntry"_s, u"Delete"_s,
             u"Edit"_s,       u"Details"_s,  u"Pause"_s,           u"Resume"_s,
-            u"Stop"_s,       u"Filters"_s,  u"Search"_s};
+            u"Stop"_s,       u"Filters"_s,  u"Search"_s,          u"Attachments"_s};
 }
 
 QAction *MainWindow::addCommand(const QString &action, const QString &title,
@@ -242,6 +248,12 @@ void MainWindow::createCommands() {
     connect(addCommand(u"actionButtonClicked:"_s, tr("S&top"),
                        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T), u"Stop"_s),
             &QAction::triggered, this, [this] { actionButtonClicked(m_list->currentIndex(), 2); });
+    connect(addCommand(u"openAttachments:"_s, tr("&Attachments"),
+                       QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), u"attachments"_s),
+            &QAction::triggered, this, &MainWindow::openAttachments);
+    connect(addCommand(u"openTagsEditor:"_s, tr("&Tags…"), {}), &QAction::triggered, m_tagEditor,
+            &TagEditorPanel::openTagsEditor);
+    connect(m_attachments, &AttachmentsPanel::attachmentsChanged, this, &MainWindow::updateDetails);
     QAction *details = addCommand(u"toggleDrawer:"_s, tr("&Details"),
                                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), u"details"_s);
     details->setCheckable(true);
@@ -333,6 +345,8 @@ void MainWindow::createMenus() {
     QMenu *view = menuBar()->addMenu(tr("&View"));
     view->addAction(m_commands.value(u"toggleDropBox:"_s));
     view->addAction(m_commands.value(u"toggleDrawer:"_s));
+    view->addAction(m_commands.value(u"openAttachments:"_s));
+    view->addAction(m_commands.value(u"openTagsEditor:"_s));
     view->addAction(m_commands.value(u"toggleQuickFilters:"_s));
     m_list->headerMenu()->setTitle(tr("&Columns"));
     view->addMenu(m_list->headerMenu());
@@ -607,6 +621,7 @@ void MainWindow::updateDetails() {
     const CommandValidation::Selection selected = selection();
     m_details->updateDetails(selected.project, selected.item);
     m_customerBar->showProject(selected.project);
+    m_attachments->updateWindowWithItem(attachmentItem());
     updateStatusInfo();
 }
 
@@ -660,6 +675,21 @@ void MainWindow::newFlatFeeEntry() {
 void MainWindow::edit() {
     const QModelIndex current = m_list->currentIndex();
     m_editCommands.edit(m_model->projectAt(current), m_model->itemAt(current));
+}
+
+void MainWindow::openAttachments() {
+    m_attachments->openAttachmentsWindowForItem(attachmentItem());
+}
+
+AttachmentController::Item MainWindow::attachmentItem() const {
+    const QModelIndex current = m_list->currentIndex();
+    if (!current.isValid() || !m_list->selectionModel()->isSelected(current))
+        return {};
+    if (auto item = m_model->itemAt(current))
+        return item;
+    if (auto project = m_model->projectAt(current))
+        return project;
+    return {};
 }
 
 void MainWindow::doubleClick(const QModelIndex &index) {

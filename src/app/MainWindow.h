@@ -5,11 +5,13 @@
 #include "EditCommands.h"
 #include "TimerCommands.h"
 #include "search/FilterTarget.h"
+#include "stores/AttachmentController.h"
 
 #include <QHash>
 #include <QMainWindow>
 #include <memory>
 
+class AttachmentsPanel;
 class CurrencyFormatter;
 class CustomerSideBar;
 class CustomerStorage;
@@ -32,6 +34,7 @@ class QLineEdit;
 class QToolBar;
 class QuickFilterBar;
 class QuickFilters;
+class TagEditorPanel;
 class TagStorage;
 class UserAlerts;
 
@@ -69,6 +72,7 @@ public:
     ProjectListModel *listModel() const { return m_model; }
     DetailsPane *detailsPane() const { return m_details; }
     CustomerSideBar *customerSideBar() const { return m_customerBar; }
+    AttachmentsPanel *attachmentsPanel() const { return m_attachments; }
     EntrySheet *entrySheet() const { return m_entrySheet; }
     ProjectSheet *projectSheet() const { return m_projectSheet; }
     FlatFeeSheet *flatFeeSheet() const { return m_flatFeeSheet; }
@@ -130,6 +134,9 @@ private:
     void newFlatFeeEntry();
     void edit();
     void doubleClick(const QModelIndex &index);
+    void openAttachments();
+    // The selected row for the attachments panel.
+    AttachmentController::Item attachmentItem() const;
     // Selects the row of the item (or of the project when item is null), expanding its project.
     void selectRow(const std::shared_ptr<Project> &project, const ProjectItem *item);
     void toggleDetails();
@@ -150,6 +157,8 @@ private:
     ProjectListView *m_list;
     DetailsPane *m_details;
     CustomerSideBar *m_customerBar;
+    AttachmentsPanel *m_attachments;
+    TagEditorPanel *m_tagEditor;
     QuickFilterBar *m_quickFilterBar;
     QComboBox *m_filterPopUp;
     QLineEdit *m_searchField;
