@@ -174,7 +174,7 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
             [this](const std::shared_ptr<FlatFeeEntry> &fee, bool) {
                 selectRow(m_model->projectAt(m_list->currentIndex()), fee.get());
             });
-    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         updateDetails();
         updateCommandStates();
     });
@@ -678,6 +678,14 @@ void MainWindow::edit() {
 }
 
 void MainWindow::openAttachments() {
+    // The first time, the panel comes up at the window's right edge rather than wherever the
+    // window system puts new windows.
+    if (!m_attachmentsPlaced) {
+        m_attachmentsPlaced = true;
+        m_attachments->adjustSize();
+        const QRect frame = frameGeometry();
+        m_attachments->move(frame.right() - m_attachments->width() - 40, frame.top() + 120);
+    }
     m_attachments->openAttachmentsWindowForItem(attachmentItem());
 }
 

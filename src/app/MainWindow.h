@@ -174,4 +174,5 @@ private:
     QHash<QString, QAction *> m_commands;
     QStringList m_toolbarItems;
     bool m_terminated = false;
+    bool m_attachmentsPlaced = false;
 };

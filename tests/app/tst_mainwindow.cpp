@@ -105,8 +105,12 @@ private slots:
         QVERIFY(!remove->isEnabled());
         QVERIFY(!save->isEnabled());
         QVERIFY(!revert->isEnabled());
-        m_window->listView()->setCurrentIndex(m_window->listModel()->index(0, 0));
+        // A click on the row, as the user selects it.
+        ProjectListView *list = m_window->listView();
+        const QRect row = list->visualRect(m_window->listModel()->index(0, 1));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
         QVERIFY(remove->isEnabled());
+        QVERIFY(m_window->detailsPane()->browser()->toPlainText().contains(u"Web shop"_s));
         remove->trigger();
         QCOMPARE(m_window->listModel()->rowCount(), 1);
         QVERIFY(save->isEnabled());
