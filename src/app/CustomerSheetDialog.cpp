@@ -57,7 +57,7 @@ CustomerSheetDialog::CustomerSheetDialog(CustomerStorage &storage, Preferences &
     imageRow->addStretch();
     auto *form = new QFormLayout;
     form->addRow(tr("Name:"), nameColumn);
-    form->addRow(tr("Colour:"), colorRow);
+    form->addRow(tr("Color:"), colorRow);
     form->addRow(tr("Picture:"), imageRow);
 
     auto *buttons = new QDialogButtonBox;
