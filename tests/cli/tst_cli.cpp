@@ -253,19 +253,8 @@ private slots:
         QTest::newRow("preset") << QStringList() << QString() << 4.5f << QList<int>{0, 5, 0} << -1
                                 << QString();
         QTest::newRow("every option")
-            << QStringList{u"--description"_s,
-                           u"Two\nlines"_s,
-                           u"--wage=12.5"_s,
-                           u"--round-what"_s,
-                           u"2"_s,
-                           u"--round-to"_s,
-                           u"15"_s,
-                           u"--round-type"_s,
-                           u"1"_s,
-                           u"--customer"_s,
-                           u"ACME"_s,
-                           u"--tags"_s,
-                           u"x,y"_s}
+            << u"--description|Two\nlines|--wage=12.5|--round-what|2|--round-to|15|--round-type|1|"
+               u"--customer|ACME|--tags|x,y"_s.split(u'|')
             << u"Two\nlines"_s << 12.5f << QList<int>{2, 15, 1} << 7 << u"x,y"_s;
     }
 
