@@ -5,8 +5,6 @@
 #include <QList>
 #include <QStringList>
 
-using namespace Qt::StringLiterals;
-
 // Stands in for the user: counts the beeps, keeps every alert and answers each with the button
 // at position `answer` (0 the first).
 class RecordingAlerts : public UserAlerts {
@@ -23,7 +21,7 @@ public:
             texts << (alert.style == Style::Critical
                           ? alert.message + u'|' + alert.informativeText + u'|' +
                                 alert.buttons.join(u',')
-                          : u"not critical"_s);
+                          : QStringLiteral("not critical"));
         return texts;
     }
 
