@@ -1,8 +1,8 @@
 #include "WBTimeControl.h"
 #include "model/Clock.h"
-#include "platform/UserAlerts.h"
 #include "stores/KeyedArchiver.h"
 #include "stores/KeyedUnarchiver.h"
+#include "support/RecordingAlerts.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -10,13 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class CountingAlerts : public UserAlerts {
-public:
-    void beep() override { ++beeps; }
-    int runModal(const Alert &) override { return firstButton; }
-    int beeps = 0;
-};
 
 WBTimeControl::FormatInfo format(const QString &timeFormat) {
     return WBTimeControl::FormatInfo::fromFormat(timeFormat, u"AM"_s, u"PM"_s);
@@ -172,7 +165,7 @@ private slots:
         QFETCH(QString, steps);
         QFETCH(QTime, minimum);
         QFETCH(QTime, maximum);
-        CountingAlerts alerts;
+        RecordingAlerts alerts;
         WBTimeControl control(format(timeFormat));
         control.setAlerts(&alerts);
         control.setDate(QDateTime(QDate(2026, 11, 2), start));
@@ -260,7 +253,7 @@ private slots:
         QFETCH(QList<Change>, changes);
         QFETCH(QList<bool>, taken);
         QFETCH(QTime, minimum);
-        CountingAlerts alerts;
+        RecordingAlerts alerts;
         WBTimeControl control(format(timeFormat));
         control.setAlerts(&alerts);
         control.setDate(QDateTime(QDate(2026, 11, 2), start));

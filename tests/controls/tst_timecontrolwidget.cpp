@@ -1,6 +1,6 @@
 #include "TimeControlWidget.h"
 #include "model/Clock.h"
-#include "platform/UserAlerts.h"
+#include "support/RecordingAlerts.h"
 
 #include <QLineEdit>
 #include <QTest>
@@ -9,13 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class CountingAlerts : public UserAlerts {
-public:
-    void beep() override { ++beeps; }
-    int runModal(const Alert &) override { return firstButton; }
-    int beeps = 0;
-};
 
 QString timeOf(const WBTimeControl &control) {
     const auto two = [](int value) { return QString::number(value).rightJustified(2, u'0'); };
@@ -70,39 +63,16 @@ private slots:
     }
     void keyboard() {
         QFETCH(QString, keys);
+        const QHash<QChar, Qt::Key> named{
+            {u'U', Qt::Key_Up},     {u'D', Qt::Key_Down},   {u'L', Qt::Key_Left},
+            {u'R', Qt::Key_Right},  {u'T', Qt::Key_Tab},    {u'B', Qt::Key_Backtab},
+            {u'E', Qt::Key_Return}, {u'X', Qt::Key_Escape}, {u'<', Qt::Key_Backspace}};
         for (const QChar key : keys) {
-            switch (key.unicode()) {
-            case u'U':
-                QTest::keyClick(m_widget, Qt::Key_Up);
-                break;
-            case u'D':
-                QTest::keyClick(m_widget, Qt::Key_Down);
-                break;
-            case u'L':
-                QTest::keyClick(m_widget, Qt::Key_Left);
-                break;
-            case u'R':
-                QTest::keyClick(m_widget, Qt::Key_Right);
-                break;
-            case u'T':
-                QTest::keyClick(m_widget, Qt::Key_Tab);
-                break;
-            case u'B':
-                QTest::keyClick(m_widget, Qt::Key_Backtab, Qt::ShiftModifier);
-                break;
-            case u'E':
-                QTest::keyClick(m_widget, Qt::Key_Return);
-                break;
-            case u'X':
-                QTest::keyClick(m_widget, Qt::Key_Escape);
-                break;
-            case u'<':
-                QTest::keyClick(m_widget, Qt::Key_Backspace);
-                break;
-            default:
+            if (!named.contains(key))
                 QTest::keyClicks(m_widget, QString(key));
-                break;
-            }
+            else
+                QTest::keyClick(m_widget, named[key],
+                                key == u'B' ? Qt::ShiftModifier : Qt::NoModifier);
         }
         QTEST(timeOf(*m_control), "expected");
         QTEST(m_control->selected(), "selected");
@@ -158,7 +128,7 @@ private slots:
     }
 
 private:
-    CountingAlerts m_alerts;
+    RecordingAlerts m_alerts;
     std::unique_ptr<QWidget> m_window;
     WBTimeControl *m_control = nullptr;
     TimeControlWidget *m_widget = nullptr;

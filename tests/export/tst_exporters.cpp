@@ -1,14 +1,14 @@
-#include "core/ModelFixtures.h"
 #include "export/CSVExporter.h"
 #include "model/LocalTimeFormat.h"
 #include "model/ProjectCollection.h"
 #include "platform/AtomicFile.h"
 #include "platform/CurrencyFormatter.h"
 #include "platform/LocaleFormat.h"
+#include "support/ExportSamples.h"
 #include "support/FakeCustomers.h"
 #include "support/FileFailures.h"
+#include "support/Files.h"
 
-#include <QFile>
 #include <QStringDecoder>
 #include <QTest>
 #include <clocale>
@@ -30,25 +30,6 @@ Fields allBut(int index) {
     Fields fields = allOn;
     fields[index] = false;
     return fields;
-}
-
-QByteArray readFile(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QString goldenPath(const QString &name) {
-    return QStringLiteral(HOURFOLD_TEST_DATA "/export/") + name;
-}
-
-std::shared_ptr<Project> project(const QString &name, float wage, int customer = -1) {
-    return std::make_shared<Project>(name, u""_s, wage, 0, 0, 0, customer, u""_s);
-}
-
-template <typename Item> Item commented(Item item, const QString &comment, bool checked = false) {
-    item->setComment(comment);
-    item->setChecked(checked);
-    return item;
 }
 
 } // namespace
@@ -75,27 +56,7 @@ private slots:
         m_collection->setCurrencyFormatter(&m_currency);
         m_collection->setCustomerDirectory(&m_customers);
         m_customers.visible = {{2, false}};
-
-        auto website = project(u"Website"_s, 45.5f);
-        website->setDescription(u"Relaunch of the site"_s);
-        auto layout = periodEntry(u"02.11.2026 09:00"_s, u"02.11.2026 10:30"_s);
-        layout->setPauseEntries(
-            {std::make_shared<PauseEntry>(at(u"02.11.2026 09:10"_s), at(u"02.11.2026 09:25"_s))});
-        website->addEntry(commented(layout, u"Layout"_s, true));
-        website->addEntry(periodEntry(u"03.11.2026 22:00"_s, u"04.11.2026 01:15"_s));
-        website->addEntry(commented(dayEntry(u"05.11.2026"_s, 45), u"Say \"hi\""_s, true));
-        website->addEntry(commented(flatFee(u"06.11.2026"_s, 120.5f), u"Hosting"_s));
-        auto running = periodEntry(u"22.11.2026 08:00"_s);
-        running->setPauseEntries(
-            {std::make_shared<PauseEntry>(at(u"22.11.2026 09:00"_s), at(u"22.11.2026 09:20"_s))});
-        website->addEntry(commented(running, u"Ongoing"_s));
-        website->addEntry(flatFee(u"07.11.2026"_s, 0.125f));
-        auto hidden = project(u"Hidden"_s, 20.0f, 2);
-        hidden->addEntry(dayEntry(u"09.11.2026"_s, 30));
-        auto internal = project(u"Internal"_s, 0.0f);
-        internal->addEntry(dayEntry(u"10.11.2026"_s, 60));
-        for (const auto &added : {website, project(u"Empty"_s, 0.0f), hidden, internal,
-                                  project(u"Internal"_s, 0.0f), project(u"Café €"_s, 0.0f)})
+        for (const auto &added : ExportSamples::textDocument())
             m_collection->addProject(added);
     }
 
@@ -149,8 +110,8 @@ private slots:
         const QByteArray written =
             run(lineEnding, projectFields, entryFields, names, applyFilter, u"UTF-8"_s);
         if (qEnvironmentVariableIsSet("HOURFOLD_WRITE_GOLDEN"))
-            QVERIFY(AtomicFile::write(goldenPath(golden), written).ok);
-        QCOMPARE(written, readFile(goldenPath(golden)));
+            QVERIFY(AtomicFile::write(ExportSamples::goldenPath(golden), written).ok);
+        QCOMPARE(written, readFile(ExportSamples::goldenPath(golden)));
     }
 
     void writesExactly_data() {
@@ -231,7 +192,7 @@ private slots:
         const QByteArray written =
             run(u"\n"_s, allOn, allOn, {u"Website"_s, u"Empty"_s}, false, u"UTF-8"_s);
         std::setlocale(LC_ALL, saved.constData());
-        QCOMPARE(written, readFile(goldenPath(u"all-on-lf.csv"_s)));
+        QCOMPARE(written, readFile(ExportSamples::goldenPath(u"all-on-lf.csv"_s)));
     }
 
     void utf16RoundTrip() {
@@ -239,7 +200,7 @@ private slots:
             run(u"\n"_s, allOn, allOn, {u"Website"_s, u"Empty"_s}, false, u"UTF-16"_s);
         QStringDecoder decoder(QStringConverter::Utf16);
         QCOMPARE(QString(decoder.decode(written)),
-                 QString::fromUtf8(readFile(goldenPath(u"all-on-lf.csv"_s))));
+                 QString::fromUtf8(readFile(ExportSamples::goldenPath(u"all-on-lf.csv"_s))));
         QVERIFY(!decoder.hasError());
     }
 

@@ -5,9 +5,8 @@
 #include "model/ProjectCollection.h"
 #include "platform/CurrencyFormatter.h"
 #include "platform/LocaleFormat.h"
+#include "support/Files.h"
 
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTextDocument>
@@ -168,10 +167,7 @@ private slots:
         exporter.setScratchFolder(folder.filePath(u"scratch"_s));
         const QString path = folder.filePath(u"report.rtf"_s);
         QVERIFY(exporter.exportProjects({u"Café"_s}, {}, {}, path, false, u"UTF-8"_s).ok);
-
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray rtf = file.readAll();
+        const QByteArray rtf = readFile(path);
         QVERIFY(rtf.startsWith(QByteArray(header + "{\\colortbl;")));
         // The live duration of the running entry is red.
         QVERIFY(rtf.contains("\\red255\\green0\\blue0;"));

@@ -18,26 +18,182 @@
 #include <QWebEngineSettings>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 class TstPdfRender : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void pdfHoldsTheReportInPrintStyle();
-    void scriptsDoNotRun();
-    void remoteRequestsAreNotMade();
-    void interceptorBlocksAllButLocalFiles();
-    void pagesHaveTheMarginsAndPaperSize();
-    void printingGoesToThePrinter();
-    void missingReportFails();
-    void exportsAStyledReport();
+    void initTestCase() {
+        QVERIFY(m_folder.isValid());
+        QVERIFY(m_remote.listen(QHostAddress::LocalHost));
+        writeReport();
+        if (QTest::currentTestFailed())
+            return;
+        const ReportRenderer::PdfResult result = m_renderer.renderPdf(m_folder.path());
+        QVERIFY2(result.ok, qPrintable(result.error));
+        QVERIFY(result.pdf.startsWith("%PDF-"));
+        m_pdfPath = m_folder.filePath(u"report.pdf"_s);
+        QVERIFY(AtomicFile::write(m_pdfPath, result.pdf).ok);
+        m_text = run(u"pdftotext"_s, {u"-layout"_s, m_pdfPath, u"-"_s});
+        QVERIFY(!m_text.isEmpty());
+    }
+
+    void pdfHoldsTheReportInPrintStyle() {
+        QVERIFY(m_text.contains(u"Website relaunch"_s));
+        QVERIFY(m_text.contains(u"Bookkeeping"_s));
+        QVERIFY(m_text.contains(u"Total 27:45"_s));
+        QVERIFY(m_text.contains(u"PrintOnly"_s));
+        QVERIFY(!m_text.contains(u"ScreenOnly"_s));
+    }
+
+    void scriptsDoNotRun() { QVERIFY(!m_text.contains(u"ScriptRan"_s)); }
+
+    void remoteRequestsAreNotMade() {
+        // Local content may not reach remote addresses, so the engine stops the style sheet and the
+        // picture before they get to the interceptor.
+        QVERIFY(!m_remote.hasPendingConnections());
+        QCOMPARE(m_renderer.blockedRequestCount(), 0);
+    }
+
+    void interceptorBlocksAllButLocalFiles() {
+        // A page that may reach remote addresses: only the interceptor stands in the way.
+        LocalOnlyRequestInterceptor interceptor;
+        QWebEngineProfile profile;
+        profile.setUrlRequestInterceptor(&interceptor);
+        QWebEnginePage page(&profile);
+        page.settings()->setAttribute(QWebEngineSettings::JavascriptEnabled, false);
+        page.settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+        QSignalSpy loaded(&page, &QWebEnginePage::loadFinished);
+        page.load(QUrl::fromLocalFile(m_folder.filePath(u"report.html"_s)));
+        QVERIFY(loaded.wait(30000));
+        QCOMPARE(interceptor.blockedCount(), 2); // the style sheet and the picture
+        QVERIFY(!m_remote.hasPendingConnections());
+    }
+
+    void pagesHaveTheMarginsAndPaperSize() {
+        const QString boxes = run(u"pdftotext"_s, {u"-bbox"_s, u"-l"_s, u"1"_s, m_pdfPath, u"-"_s});
+        const QRectF paper =
+            WebEngineReportRenderer::pageLayout(QLocale()).fullRect(QPageLayout::Point);
+        const QRegularExpression page(u"<page width=\"([\\d.]+)\" height=\"([\\d.]+)\""_s);
+        const QRegularExpressionMatch size = page.match(boxes);
+        QVERIFY(size.hasMatch());
+        QCOMPARE(qRound(size.captured(1).toDouble()), qRound(paper.width()));
+        QCOMPARE(qRound(size.captured(2).toDouble()), qRound(paper.height()));
+
+        const QRegularExpression word(QStringLiteral(
+            "xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\" xMax=\"([\\d.]+)\" yMax=\"([\\d.]+)\""));
+        QRectF text;
+        for (auto it = word.globalMatch(boxes); it.hasNext();) {
+            const QRegularExpressionMatch m = it.next();
+            text |= QRectF(QPointF(m.captured(1).toDouble(), m.captured(2).toDouble()),
+                           QPointF(m.captured(3).toDouble(), m.captured(4).toDouble()));
+        }
+        // Text starts at the left margin, a right-aligned line ends at the right one, the first
+        // line sits just below the top margin and the full first page stops short of the bottom
+        // one.
+        QVERIFY2(qAbs(text.left() - 35) < 2, qPrintable(QString::number(text.left())));
+        QVERIFY2(qAbs(text.right() - (paper.width() - 35)) < 2,
+                 qPrintable(QString::number(text.right())));
+        QVERIFY2(text.top() >= 45 && text.top() < 60, qPrintable(QString::number(text.top())));
+        QVERIFY2(text.bottom() <= paper.height() - 35 && text.bottom() > paper.height() - 35 - 30,
+                 qPrintable(QString::number(text.bottom())));
+        const QString secondPage = run(u"pdftotext"_s, {u"-f"_s, u"2"_s, m_pdfPath, u"-"_s});
+        QVERIFY(secondPage.contains(u"Total 27:45"_s));
+    }
+
+    void printingGoesToThePrinter() {
+        // A printer writing into a PDF file stands for a real one.
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        const QString printed = m_folder.filePath(u"printed.pdf"_s);
+        printer.setOutputFileName(printed);
+        printer.setPageLayout(WebEngineReportRenderer::pageLayout(QLocale()));
+        QVERIFY(m_renderer.printTo(m_folder.path(), printer));
+        // The engine hands the printer pictures of the pages: the same two pages, with ink on them.
+        QVERIFY(run(u"pdfinfo"_s, {printed}).contains(QRegularExpression(u"Pages: +2\\n"_s)));
+        QImage firstPage;
+        QVERIFY(firstPage.loadFromData(
+            runBytes(u"pdftoppm"_s, {u"-png"_s, u"-r"_s, u"30"_s, u"-l"_s, u"1"_s, printed})));
+        int inked = 0;
+        for (int y = 0; y < firstPage.height(); ++y)
+            for (int x = 0; x < firstPage.width(); ++x)
+                inked += qGray(firstPage.pixel(x, y)) < 128;
+        QVERIFY(inked > 100);
+    }
+
+    void missingReportFails() {
+        QTemporaryDir empty;
+        const ReportRenderer::PdfResult result = m_renderer.renderPdf(empty.path());
+        QVERIFY(!result.ok);
+        QVERIFY(result.pdf.isEmpty());
+        QVERIFY(result.error.contains(empty.path()));
+    }
+
+    void exportsAStyledReport() {
+        Preferences preferences(m_folder.filePath(u"p.conf"_s));
+        ProjectCollection collection(preferences);
+        auto project = std::make_shared<Project>(u"Harbour website"_s, QString(), 80.0f, 0, 0, 0,
+                                                 -1, QString());
+        auto entry = std::make_shared<Entry>();
+        entry->setDate(u"02.11.2026"_s);
+        entry->setTime(150);
+        entry->setComment(u"Navigation redesign"_s);
+        project->addEntry(entry);
+        collection.addProject(project);
+
+        PDFExporter exporter(QStringLiteral(HOURFOLD_RESOURCE_DIR "/Styles/Simple.hfstyle"),
+                             nullptr, m_renderer);
+        exporter.setProjectCollection(&collection);
+        exporter.setScratchFolder(m_folder.filePath(u"scratch"_s));
+        const QString path = m_folder.filePath(u"styled.pdf"_s);
+        const Exporter::Result result =
+            exporter.exportProjects({u"Harbour website"_s}, {}, {}, path, false, QString());
+        QVERIFY2(result.ok, qPrintable(result.error));
+        const QString text = run(u"pdftotext"_s, {path, u"-"_s});
+        QVERIFY2(text.contains(u"Harbour website"_s), qPrintable(text));
+        QVERIFY(text.contains(u"Navigation redesign"_s));
+        QVERIFY(text.contains(u"02:30"_s));
+    }
 
 private:
-    static QByteArray runBytes(const QString &program, const QStringList &arguments);
+    static QByteArray runBytes(const QString &program, const QStringList &arguments) {
+        QProcess process;
+        process.start(program, arguments);
+        if (!process.waitForFinished(30000) || process.exitCode() != 0)
+            return {};
+        return process.readAllStandardOutput();
+    }
+
     static QString run(const QString &program, const QStringList &arguments) {
         return QString::fromUtf8(runBytes(program, arguments));
     }
-    void writeReport();
+
+    void writeReport() {
+        const QString remote = u"http://127.0.0.1:%1"_s.arg(m_remote.serverPort());
+        QString rows;
+        for (int i = 1; i <= 60; ++i)
+            rows += u"<p>Entry %1 of Bookkeeping: 00:15</p>\n"_s.arg(i);
+        const QString html =
+            QStringLiteral("<!DOCTYPE html><html><head><meta charset=\"utf-8\">"
+                           "<style>body { margin: 0; font: 12pt sans-serif } p { margin: 0 0 4pt }"
+                           " .print { display: none }</style>"
+                           "<link rel=\"stylesheet\" href=\"print.css\" media=\"print\">"
+                           "<link rel=\"stylesheet\" href=\"%1/remote.css\">"
+                           "</head><body>"
+                           "<p class=\"screen\">ScreenOnly</p><p class=\"print\">PrintOnly</p>"
+                           "<h1>Website relaunch</h1><p>12:30</p>"
+                           "<p style=\"text-align: right\">RightEdge</p>"
+                           "<script>document.write('ScriptRan');</script>"
+                           "<img src=\"%1/x.png\" alt=\"\">"
+                           "<h1>Bookkeeping</h1>%2<p>Total 27:45</p>"
+                           "</body></html>")
+                .arg(remote, rows);
+        QVERIFY(AtomicFile::write(m_folder.filePath(u"report.html"_s), html.toUtf8()).ok);
+        QVERIFY(AtomicFile::write(m_folder.filePath(u"print.css"_s),
+                                  ".screen { display: none } .print { display: block }")
+                    .ok);
+    }
 
     QTemporaryDir m_folder;
     QTcpServer m_remote; // stands for a web server the report must never reach
@@ -45,181 +201,6 @@ private:
     QString m_pdfPath;
     QString m_text;
 };
-
-QByteArray TstPdfRender::runBytes(const QString &program, const QStringList &arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(30000) || process.exitCode() != 0)
-        return {};
-    return process.readAllStandardOutput();
-}
-
-void TstPdfRender::writeReport() {
-    const QString remote = QStringLiteral("http://127.0.0.1:%1").arg(m_remote.serverPort());
-    QString rows;
-    for (int i = 1; i <= 60; ++i)
-        rows += QStringLiteral("<p>Entry %1 of Bookkeeping: 00:15</p>\n").arg(i);
-    const QString html =
-        QStringLiteral("<!DOCTYPE html><html><head><meta charset=\"utf-8\">"
-                       "<style>body { margin: 0; font: 12pt sans-serif } p { margin: 0 0 4pt }"
-                       " .print { display: none }</style>"
-                       "<link rel=\"stylesheet\" href=\"print.css\" media=\"print\">"
-                       "<link rel=\"stylesheet\" href=\"%1/remote.css\">"
-                       "</head><body>"
-                       "<p class=\"screen\">ScreenOnly</p><p class=\"print\">PrintOnly</p>"
-                       "<h1>Website relaunch</h1><p>12:30</p>"
-                       "<p style=\"text-align: right\">RightEdge</p>"
-                       "<script>document.write('ScriptRan');</script>"
-                       "<img src=\"%1/x.png\" alt=\"\">"
-                       "<h1>Bookkeeping</h1>%2<p>Total 27:45</p>"
-                       "</body></html>")
-            .arg(remote, rows);
-    QVERIFY(AtomicFile::write(m_folder.filePath(QStringLiteral("report.html")), html.toUtf8()).ok);
-    QVERIFY(AtomicFile::write(m_folder.filePath(QStringLiteral("print.css")),
-                              ".screen { display: none } .print { display: block }")
-                .ok);
-}
-
-void TstPdfRender::initTestCase() {
-    QVERIFY(m_folder.isValid());
-    QVERIFY(m_remote.listen(QHostAddress::LocalHost));
-    writeReport();
-    if (QTest::currentTestFailed())
-        return;
-    const ReportRenderer::PdfResult result = m_renderer.renderPdf(m_folder.path());
-    QVERIFY2(result.ok, qPrintable(result.error));
-    QVERIFY(result.pdf.startsWith("%PDF-"));
-    m_pdfPath = m_folder.filePath(QStringLiteral("report.pdf"));
-    QVERIFY(AtomicFile::write(m_pdfPath, result.pdf).ok);
-    m_text = run(QStringLiteral("pdftotext"),
-                 {QStringLiteral("-layout"), m_pdfPath, QStringLiteral("-")});
-    QVERIFY(!m_text.isEmpty());
-}
-
-void TstPdfRender::pdfHoldsTheReportInPrintStyle() {
-    QVERIFY(m_text.contains(QStringLiteral("Website relaunch")));
-    QVERIFY(m_text.contains(QStringLiteral("Bookkeeping")));
-    QVERIFY(m_text.contains(QStringLiteral("Total 27:45")));
-    QVERIFY(m_text.contains(QStringLiteral("PrintOnly")));
-    QVERIFY(!m_text.contains(QStringLiteral("ScreenOnly")));
-}
-
-void TstPdfRender::scriptsDoNotRun() {
-    QVERIFY(!m_text.contains(QStringLiteral("ScriptRan")));
-}
-
-void TstPdfRender::remoteRequestsAreNotMade() {
-    // Local content may not reach remote addresses, so the engine stops the style sheet and the
-    // picture before they get to the interceptor.
-    QVERIFY(!m_remote.hasPendingConnections());
-    QCOMPARE(m_renderer.blockedRequestCount(), 0);
-}
-
-void TstPdfRender::interceptorBlocksAllButLocalFiles() {
-    // A page that may reach remote addresses: only the interceptor stands in the way.
-    LocalOnlyRequestInterceptor interceptor;
-    QWebEngineProfile profile;
-    profile.setUrlRequestInterceptor(&interceptor);
-    QWebEnginePage page(&profile);
-    page.settings()->setAttribute(QWebEngineSettings::JavascriptEnabled, false);
-    page.settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
-    QSignalSpy loaded(&page, &QWebEnginePage::loadFinished);
-    page.load(QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("report.html"))));
-    QVERIFY(loaded.wait(30000));
-    QCOMPARE(interceptor.blockedCount(), 2); // the style sheet and the picture
-    QVERIFY(!m_remote.hasPendingConnections());
-}
-
-void TstPdfRender::pagesHaveTheMarginsAndPaperSize() {
-    const QString boxes =
-        run(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), QStringLiteral("-l"),
-                                          QStringLiteral("1"), m_pdfPath, QStringLiteral("-")});
-    const QRectF paper =
-        WebEngineReportRenderer::pageLayout(QLocale()).fullRect(QPageLayout::Point);
-    const QRegularExpression page(QStringLiteral("<page width=\"([\\d.]+)\" height=\"([\\d.]+)\""));
-    const QRegularExpressionMatch size = page.match(boxes);
-    QVERIFY(size.hasMatch());
-    QCOMPARE(qRound(size.captured(1).toDouble()), qRound(paper.width()));
-    QCOMPARE(qRound(size.captured(2).toDouble()), qRound(paper.height()));
-
-    const QRegularExpression word(QStringLiteral(
-        "xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\" xMax=\"([\\d.]+)\" yMax=\"([\\d.]+)\""));
-    QRectF text;
-    for (auto it = word.globalMatch(boxes); it.hasNext();) {
-        const QRegularExpressionMatch m = it.next();
-        text |= QRectF(QPointF(m.captured(1).toDouble(), m.captured(2).toDouble()),
-                       QPointF(m.captured(3).toDouble(), m.captured(4).toDouble()));
-    }
-    // Text starts at the left margin, a right-aligned line ends at the right one, the first line
-    // sits just below the top margin and the full first page stops short of the bottom one.
-    QVERIFY2(qAbs(text.left() - 35) < 2, qPrintable(QString::number(text.left())));
-    QVERIFY2(qAbs(text.right() - (paper.width() - 35)) < 2,
-             qPrintable(QString::number(text.right())));
-    QVERIFY2(text.top() >= 45 && text.top() < 60, qPrintable(QString::number(text.top())));
-    QVERIFY2(text.bottom() <= paper.height() - 35 && text.bottom() > paper.height() - 35 - 30,
-             qPrintable(QString::number(text.bottom())));
-    const QString secondPage =
-        run(QStringLiteral("pdftotext"),
-            {QStringLiteral("-f"), QStringLiteral("2"), m_pdfPath, QStringLiteral("-")});
-    QVERIFY(secondPage.contains(QStringLiteral("Total 27:45")));
-}
-
-void TstPdfRender::printingGoesToThePrinter() {
-    // A printer writing into a PDF file stands for a real one.
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    const QString printed = m_folder.filePath(QStringLiteral("printed.pdf"));
-    printer.setOutputFileName(printed);
-    printer.setPageLayout(WebEngineReportRenderer::pageLayout(QLocale()));
-    QVERIFY(m_renderer.printTo(m_folder.path(), printer));
-    // The engine hands the printer pictures of the pages: the same two pages, with ink on them.
-    QVERIFY(run(QStringLiteral("pdfinfo"), {printed})
-                .contains(QRegularExpression(QStringLiteral("Pages: +2\\n"))));
-    QImage firstPage;
-    QVERIFY(firstPage.loadFromData(
-        runBytes(QStringLiteral("pdftoppm"),
-                 {QStringLiteral("-png"), QStringLiteral("-r"), QStringLiteral("30"),
-                  QStringLiteral("-l"), QStringLiteral("1"), printed})));
-    int inked = 0;
-    for (int y = 0; y < firstPage.height(); ++y)
-        for (int x = 0; x < firstPage.width(); ++x)
-            inked += qGray(firstPage.pixel(x, y)) < 128;
-    QVERIFY(inked > 100);
-}
-
-void TstPdfRender::missingReportFails() {
-    QTemporaryDir empty;
-    const ReportRenderer::PdfResult result = m_renderer.renderPdf(empty.path());
-    QVERIFY(!result.ok);
-    QVERIFY(result.pdf.isEmpty());
-    QVERIFY(result.error.contains(empty.path()));
-}
-
-void TstPdfRender::exportsAStyledReport() {
-    Preferences preferences(m_folder.filePath(QStringLiteral("p.conf")));
-    ProjectCollection collection(preferences);
-    auto project = std::make_shared<Project>(QStringLiteral("Harbour website"), QString(), 80.0f, 0,
-                                             0, 0, -1, QString());
-    auto entry = std::make_shared<Entry>();
-    entry->setDate(QStringLiteral("02.11.2026"));
-    entry->setTime(150);
-    entry->setComment(QStringLiteral("Navigation redesign"));
-    project->addEntry(entry);
-    collection.addProject(project);
-
-    PDFExporter exporter(QStringLiteral(HOURFOLD_RESOURCE_DIR "/Styles/Simple.hfstyle"), nullptr,
-                         m_renderer);
-    exporter.setProjectCollection(&collection);
-    exporter.setScratchFolder(m_folder.filePath(QStringLiteral("scratch")));
-    const QString path = m_folder.filePath(QStringLiteral("styled.pdf"));
-    const Exporter::Result result = exporter.exportProjects({QStringLiteral("Harbour website")}, {},
-                                                            {}, path, false, QString());
-    QVERIFY2(result.ok, qPrintable(result.error));
-    const QString text = run(QStringLiteral("pdftotext"), {path, QStringLiteral("-")});
-    QVERIFY2(text.contains(QStringLiteral("Harbour website")), qPrintable(text));
-    QVERIFY(text.contains(QStringLiteral("Navigation redesign")));
-    QVERIFY(text.contains(QStringLiteral("02:30")));
-}
 
 int main(int argc, char *argv[]) {
     // Chromium reads its settings when it starts, so they are set before the application exists.

@@ -2,8 +2,8 @@
 
 #include "model/Project.h"
 #include "platform/DesktopServices.h"
-#include "platform/UserAlerts.h"
 #include "stores/AttachmentController.h"
+#include "support/RecordingAlerts.h"
 
 #include <QDir>
 #include <QMimeData>
@@ -14,25 +14,18 @@ using Kind = AttachmentController::IconKind;
 
 namespace {
 
-// Answers every request with the same result and every alert with the same button.
-class FakeDesktop : public DesktopServices, public UserAlerts {
+// Answers every request with the same result.
+class FakeDesktop : public DesktopServices {
 public:
     bool openUrl(const QString &url) override { return done(u"openUrl "_s + url); }
     bool openPath(const QString &path) override { return done(u"openPath "_s + path); }
     bool revealPath(const QString &path) override { return done(u"revealPath "_s + path); }
-    void beep() override {}
-    int runModal(const Alert &shown) override {
-        alerts.append(shown);
-        return firstButton + answer;
-    }
     bool done(const QString &call) {
         calls.append(call);
         return result;
     }
     bool result = false;
-    int answer = 1;
     QStringList calls;
-    QList<Alert> alerts;
 };
 
 } // namespace
@@ -46,9 +39,10 @@ private slots:
     void init() {
         m_preferences = std::make_unique<TemporaryPreferences>();
         m_desktop = FakeDesktop();
+        m_alerts = RecordingAlerts();
         m_changes = 0;
         m_controller =
-            std::make_unique<AttachmentController>(m_desktop, m_desktop, [this] { ++m_changes; });
+            std::make_unique<AttachmentController>(m_desktop, m_alerts, [this] { ++m_changes; });
         m_project = std::make_shared<Project>();
         m_project->setName(u"Website"_s);
         m_entry = dayEntry(u"01.02.2008"_s, 30);
@@ -164,22 +158,18 @@ private slots:
         QFETCH(int, answer);
         QFETCH(bool, offered);
         m_desktop.result = result;
-        m_desktop.answer = answer;
+        m_alerts.answer = answer;
         m_controller->addAttachmentsToCurrentItem({attachment});
         if (!result && !offered)
             QTest::ignoreMessage(QtWarningMsg, qPrintable(u"cannot open "_s + attachment));
         follow ? m_controller->followButtonClicked(0) : m_controller->openLinkedFile(0);
         QCOMPARE(m_desktop.calls, QStringList{call});
         QTEST(m_controller->rowCount(), "rowsLeft");
-        QCOMPARE(m_desktop.alerts.size(), offered ? 1 : 0);
-        if (offered) {
-            const UserAlerts::Alert &alert = m_desktop.alerts.first();
-            QCOMPARE(alert.style, UserAlerts::Style::Critical);
-            QCOMPARE(alert.message,
-                     u"File or folder does not exist. Do you want to remove the attachment?"_s);
-            QCOMPARE(alert.informativeText, attachment);
-            QCOMPARE(alert.buttons, (QStringList{u"Yes"_s, u"No"_s}));
-        }
+        QCOMPARE(m_alerts.criticalTexts(),
+                 offered ? QStringList{u"File or folder does not exist. Do you want to remove the "
+                                       u"attachment?|"_s +
+                                       attachment + u"|Yes,No"_s}
+                         : QStringList());
     }
 
     void drops_data() {
@@ -209,6 +199,7 @@ private slots:
 private:
     std::unique_ptr<TemporaryPreferences> m_preferences;
     FakeDesktop m_desktop;
+    RecordingAlerts m_alerts;
     int m_changes = 0;
     std::unique_ptr<AttachmentController> m_controller;
     std::shared_ptr<Project> m_project;

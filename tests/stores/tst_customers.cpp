@@ -1,11 +1,11 @@
 #include "model/CustomerAssignments.h"
 #include "platform/Preferences.h"
-#include "platform/UserAlerts.h"
 #include "stores/CustomerSheet.h"
 #include "stores/CustomerStorage.h"
 #include "stores/KeyedArchiver.h"
 #include "support/Files.h"
 #include "support/PlistScript.h"
+#include "support/RecordingAlerts.h"
 
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -37,17 +37,6 @@ public:
     ProjectList projects;
     QUndoStack stack;
     int visibleUpdates = 0;
-};
-
-class RecordingAlerts : public UserAlerts {
-public:
-    void beep() override { ++beeps; }
-    int runModal(const Alert &alert) override {
-        alerts.append(alert);
-        return firstButton;
-    }
-    int beeps = 0;
-    QList<Alert> alerts;
 };
 
 // "name#id" of each customer in the list's order.
@@ -315,14 +304,10 @@ for c in (ref(u) for u in root['NS.objects']):
         QCOMPARE(sheet.accept(), !alert && !warning);
         QCOMPARE(alerts.beeps, int(alert || warning));
         QCOMPARE(sheet.isNameWarningVisible(), warning);
-        QCOMPARE(alerts.alerts.size(), int(alert));
-        if (alert) {
-            const UserAlerts::Alert &shown = alerts.alerts.first();
-            QCOMPARE(shown.message, u"No customer name entered."_s);
-            QCOMPARE(shown.informativeText, u"A customer must have a unique name."_s);
-            QCOMPARE(shown.style, UserAlerts::Style::Critical);
-            QCOMPARE(shown.buttons, QStringList{u"OK"_s});
-        }
+        QCOMPARE(alerts.criticalTexts(),
+                 alert ? QStringList{u"No customer name entered.|A customer must have a unique "
+                                     u"name.|OK"_s}
+                       : QStringList());
         QCOMPARE(m_document->stack.count(), alert || warning ? 3 : 4);
         if (alert || warning)
             return;

@@ -1,8 +1,8 @@
 #include "stores/KeyedArchiver.h"
 #include "stores/TagStorage.h"
+#include "support/Files.h"
 #include "support/PlistScript.h"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -96,19 +96,14 @@ private slots:
         m_tags->addTagsFromString(u"Work"_s);
         // The second damage gets a copy of its own; the same damage again makes none.
         for (const QString &copy : {u".damaged"_s, u".damaged-2"_s, u".damaged-2"_s}) {
-            QFile file(m_tags->tagsPath());
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(bytes + copy.toUtf8());
-            file.close();
+            QVERIFY(writeFile(m_tags->tagsPath(), bytes + copy.toUtf8()));
             if (!archive)
                 QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^rejected"_s));
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^cannot read .*tags.plist"_s));
             if (!QFile::exists(m_tags->tagsPath() + copy))
                 QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^kept the damaged"_s));
             QVERIFY(!m_tags->loadTags());
-            QFile kept(m_tags->tagsPath() + copy);
-            QVERIFY(kept.open(QIODevice::ReadOnly));
-            QCOMPARE(kept.readAll(), bytes + copy.toUtf8());
+            QCOMPARE(readFile(m_tags->tagsPath() + copy), bytes + copy.toUtf8());
         }
         QVERIFY(!QFile::exists(m_tags->tagsPath() + u".damaged-3"_s));
         QCOMPARE(m_tags->tags(), QStringList{u"Work"_s});

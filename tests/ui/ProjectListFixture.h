@@ -2,11 +2,11 @@
 
 #include "core/ModelFixtures.h"
 #include "support/FakeCustomers.h"
+#include "support/RecordingAlerts.h"
 
 #include "ProjectListModel.h"
 #include "model/ProjectCollection.h"
 #include "platform/CurrencyFormatter.h"
-#include "platform/UserAlerts.h"
 
 #include <QUndoStack>
 
@@ -114,10 +114,3 @@ inline QPalette plainPalette(bool dark = false) {
     palette.setColor(QPalette::Disabled, QPalette::Text, QColor(128, 128, 128));
     return palette;
 }
-
-class RecordingAlerts : public UserAlerts {
-public:
-    void beep() override { ++beeps; }
-    int runModal(const Alert &) override { return firstButton; }
-    int beeps = 0;
-};

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "core/ModelFixtures.h"
+#include "model/Project.h"
+#include "stores/Customer.h"
+
+#include <QImage>
+
+// The documents the report golden files under tests/data/export were made from, for the exporter
+// tests and the command-line tests that write the same reports.
+
+inline std::shared_ptr<Project> project(const QString &name, float wage, int customer = -1) {
+    return std::make_shared<Project>(name, u""_s, wage, 0, 0, 0, customer, u""_s);
+}
+
+template <typename Item> Item commented(Item item, const QString &comment, bool checked = false) {
+    item->setComment(comment);
+    item->setChecked(checked);
+    return item;
+}
+
+namespace ExportSamples {
+
+inline QString goldenPath(const QString &name) {
+    return QStringLiteral(HOURFOLD_TEST_DATA "/export/") + name;
+}
+
+// 02.11.2026 09:00-10:30 with a pause 09:10-09:25.
+inline std::shared_ptr<Entry> layoutWithAPause() {
+    auto layout = periodEntry(u"02.11.2026 09:00"_s, u"02.11.2026 10:30"_s);
+    layout->setPauseEntries(
+        {std::make_shared<PauseEntry>(at(u"02.11.2026 09:10"_s), at(u"02.11.2026 09:25"_s))});
+    return layout;
+}
+
+// Running since 22.11.2026 08:00 (the reports are made at 10:07:30) with a pause 09:00-09:20.
+inline std::shared_ptr<Entry> runningSince8WithAPause() {
+    auto running = periodEntry(u"22.11.2026 08:00"_s);
+    running->setPauseEntries(
+        {std::make_shared<PauseEntry>(at(u"22.11.2026 09:00"_s), at(u"22.11.2026 09:20"_s))});
+    return commented(running, u"Ongoing"_s);
+}
+
+// The document of the CSV and text reports; the customer 2 of "Hidden" is to be hidden.
+inline ProjectList textDocument() {
+    auto website = project(u"Website"_s, 45.5f);
+    website->setDescription(u"Relaunch of the site"_s);
+    website->addEntry(commented(layoutWithAPause(), u"Layout"_s, true));
+    website->addEntry(periodEntry(u"03.11.2026 22:00"_s, u"04.11.2026 01:15"_s));
+    website->addEntry(commented(dayEntry(u"05.11.2026"_s, 45), u"Say \"hi\""_s, true));
+    website->addEntry(commented(flatFee(u"06.11.2026"_s, 120.5f), u"Hosting"_s));
+    website->addEntry(runningSince8WithAPause());
+    website->addEntry(flatFee(u"07.11.2026"_s, 0.125f));
+    auto hidden = project(u"Hidden"_s, 20.0f, 2);
+    hidden->addEntry(dayEntry(u"09.11.2026"_s, 30));
+    auto internal = project(u"Internal"_s, 0.0f);
+    internal->addEntry(dayEntry(u"10.11.2026"_s, 60));
+    return {website,  project(u"Empty"_s, 0.0f),    hidden,
+            internal, project(u"Internal"_s, 0.0f), project(u"Café €"_s, 0.0f)};
+}
+
+// The document of the HTML reports, with the customers of htmlCustomers().
+inline ProjectList htmlDocument() {
+    auto website = project(u"Website"_s, 45.5f, 1);
+    website->setDescription(u"Relaunch at %hourlywage%\nin two steps"_s);
+    website->addEntry(
+        commented(layoutWithAPause(), u"Layout for %projectname%\nfirst draft"_s, true));
+    website->addEntry(periodEntry(u"03.11.2026 22:00"_s, u"04.11.2026 01:15"_s));
+    website->addEntry(commented(dayEntry(u"05.11.2026"_s, 45), u"Call"_s));
+    website->addEntry(commented(flatFee(u"06.11.2026"_s, 120.5f), u"Hosting"_s, true));
+    website->addEntry(runningSince8WithAPause());
+    auto internal = project(u"Internal"_s, 0.0f, 2);
+    internal->addEntry(commented(dayEntry(u"10.11.2026"_s, 60), u"Planning"_s));
+    return {website, internal, project(u"Other"_s, 10.0f)};
+}
+
+// Customer 1, "Acme & Co" with a blue picture of 4 x 2 pixels, and customer 2, "Plain Ltd".
+inline QList<Customer::Pointer> htmlCustomers() {
+    QList<Customer::Pointer> customers;
+    for (const QString &name : {u"Acme & Co"_s, u"Plain Ltd"_s}) {
+        customers.append(std::make_shared<Customer>());
+        customers.last()->setCustomerID(int(customers.size()));
+        customers.last()->setName(name);
+    }
+    QImage logo(4, 2, QImage::Format_ARGB32);
+    logo.fill(Qt::blue);
+    customers.first()->setCustomerImage(logo);
+    return customers;
+}
+
+} // namespace ExportSamples
