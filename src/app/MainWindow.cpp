@@ -111,7 +111,6 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
                 if (customer)
                     m_details->showCustomer(*customer);
             });
-    m_details->setObjectName(u"DetailsPane"_s);
     addDockWidget(Qt::RightDockWidgetArea, m_details);
     m_details->setVisible(services.preferences.boolForKey(u"DrawerState"));
 
@@ -180,6 +179,7 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     });
     connect(&services.preferences, &Preferences::valueChanged, this,
             &MainWindow::preferenceChanged);
+    m_controller->setBusyCheck([] { return QApplication::activeModalWidget() != nullptr; });
     updateTitle();
 }
 
@@ -396,10 +396,8 @@ void MainWindow::createFilterControls() {
     m_searchField->setClearButtonEnabled(true);
     m_searchField->setMinimumWidth(180);
     m_searchField->setMaximumWidth(260);
-    connect(m_searchField, &QLineEdit::textChanged, this, [this](const QString &text) {
-        m_services.collection.setSearchText(text);
-        updateDetails();
-    });
+    connect(m_searchField, &QLineEdit::textChanged, this,
+            [this](const QString &text) { m_services.collection.setSearchText(text); });
     connect(m_quickFilterBar, &QuickFilterBar::selectionChanged, this,
             [this](const QString &identifier) {
                 m_quickFilters->choose(identifier, m_controller->isStartingUp(), *m_filters, *this,
@@ -411,7 +409,7 @@ void MainWindow::createFilterControls() {
 void MainWindow::fillFilterPopUp() {
     m_filterPopUp->clear();
     for (const FilterController::MenuItem &item : m_filters->menuItems()) {
-        // Editing the saved filters has its own window, which this one does not offer yet.
+        // The pop-up chooses among the saved filters; editing them is not offered here.
         if (item.tag == FilterController::EditFiltersTag)
             continue;
         if (item.tag == FilterController::SeparatorTag) {
@@ -426,7 +424,6 @@ void MainWindow::fillFilterPopUp() {
 
 void MainWindow::setCurrentFilter(const Filter::Pointer &filter) {
     m_services.collection.setCurrentFilter(filter);
-    updateDetails();
 }
 
 void MainWindow::disableQuickFilters() {
@@ -457,7 +454,8 @@ void MainWindow::setupToolbar() {
 }
 
 void MainWindow::setToolbarItems(const QStringList &identifiers) {
-    // The saved arrangement keeps items this window cannot show yet; only the shown ones change.
+    // The saved arrangement keeps items this window has no command for; only the shown ones
+    // change.
     m_toolbarItems.clear();
     for (QAction *action : m_toolbar->actions()) {
         if (action != m_commands.value(u"runToolbarCustomizationPalette:"_s))
@@ -542,11 +540,11 @@ void MainWindow::restoreWindowState() {
     resizeDocks({m_details}, {int(preferences.floatForKey(u"drawerWidth"))}, Qt::Horizontal);
 }
 
-void MainWindow::startUp() {
+void MainWindow::startUp(bool reopenLastFile) {
     m_controller->setStartingUp(true);
     setupToolbar();
     m_customerBar->restoreDropBoxState();
-    m_controller->startUp();
+    m_controller->startUp(reopenLastFile);
     m_list->restoreExpansion();
     loadQuickFilters();
     m_controller->setStartingUp(false);
@@ -622,19 +620,21 @@ void MainWindow::updateDetails() {
     m_details->updateDetails(selected.project, selected.item);
     m_customerBar->showProject(selected.project);
     m_attachments->updateWindowWithItem(attachmentItem());
-    updateStatusInfo();
 }
 
 void MainWindow::deleteSelection() {
     const QModelIndex current = m_list->currentIndex();
     const int row = current.row();
-    const QModelIndex parent = current.parent();
+    // The project row may move or go (a filter, the sort) when its last entry goes.
+    const QPersistentModelIndex parent = current.parent();
+    const bool topLevel = !parent.isValid();
     if (!m_editCommands.deleteSelection(m_model->projectAt(current), m_model->itemAt(current)))
+        return;
+    if (!topLevel && !parent.isValid())
         return;
     const int rows = m_model->rowCount(parent);
     if (rows > 0)
         m_list->setCurrentIndex(m_model->index(qMin(row, rows - 1), 0, parent));
-    updateDetails();
 }
 
 void MainWindow::pause() {

@@ -65,7 +65,8 @@ public:
     // The size and place of the last run, centred on the screen the first time.
     void restoreWindowState();
     // The start-up sequence: toolbar, document, list, welcome prompt, filters.
-    void startUp();
+    // Without reopenLastFile the caller opens a file of its own afterwards.
+    void startUp(bool reopenLastFile = true);
 
     ProjectController &controller() const { return *m_controller; }
     ProjectListView *listView() const { return m_list; }

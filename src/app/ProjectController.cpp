@@ -71,17 +71,16 @@ void ProjectController::setCurrentFilename(const QString &filename) {
     emit currentFilenameChanged(filename);
 }
 
-void ProjectController::startUp() {
+void ProjectController::startUp(bool reopenLastFile) {
     const QString lastFile = m_preferences.stringForKey(u"LastOpenFile");
-    if (m_preferences.boolForKey(u"loadLastOpenFile") && !lastFile.isEmpty()) {
+    if (!reopenLastFile) {
+        // A file handed over at launch is opened next instead; the last file stays remembered.
+        setCurrentFilename(untitled());
+    } else if (m_preferences.boolForKey(u"loadLastOpenFile") && !lastFile.isEmpty()) {
         const ProjectFile::LoadResult result = m_collection.loadCollection(lastFile);
         if (result.ok) {
             setCurrentFilename(QFileInfo(lastFile).absoluteFilePath());
-            if (result.recovered)
-                emit statusMessage(
-                    tr("\"%1\" was damaged and has been repaired as far as "
-                       "possible; the original is kept as \"%2\".")
-                        .arg(Folders::withTilde(lastFile), Folders::withTilde(result.backupPath)));
+            announceRecovery(lastFile, result);
         } else {
             m_preferences.setObject(QString(), u"LastOpenFile");
             setCurrentFilename(untitled());
@@ -169,12 +168,17 @@ bool ProjectController::openFile(const QString &path) {
     setCurrentFilename(QFileInfo(path).absoluteFilePath());
     m_recent.add(path, projectsMimeType(), Clock::now());
     emit documentReplaced();
-    if (result.recovered)
-        emit statusMessage(
-            tr("\"%1\" was damaged and has been repaired as far as possible; the "
-               "original is kept as \"%2\".")
-                .arg(Folders::withTilde(path), Folders::withTilde(result.backupPath)));
+    announceRecovery(path, result);
     return true;
+}
+
+void ProjectController::announceRecovery(const QString &path,
+                                         const ProjectFile::LoadResult &result) {
+    if (!result.recovered)
+        return;
+    emit statusMessage(tr("\"%1\" was damaged and has been repaired as far as possible; the "
+                          "original is kept as \"%2\".")
+                           .arg(Folders::withTilde(path), Folders::withTilde(result.backupPath)));
 }
 
 void ProjectController::save() {
@@ -300,6 +304,10 @@ void ProjectController::checkFileOnDisk() {
     watchCurrentFile();
     if (isUntitled() || m_askingAboutDiskChange || !m_collection.currentFileChangedOnDisk())
         return;
+    if (m_busy && m_busy()) {
+        m_diskCheck.start();
+        return;
+    }
     const QString file = m_collection.currentFile();
     if (!QFileInfo::exists(file)) {
         m_collection.adoptFileOnDisk();
@@ -327,6 +335,8 @@ void ProjectController::checkFileOnDisk() {
     } else {
         m_collection.adoptFileOnDisk();
         setSaveWarning({});
+        // Crash protection writes the kept version now rather than at the next change.
+        m_collection.setDataChanged(true);
     }
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "model/ProjectFile.h"
 #include "platform/RecentDocuments.h"
 
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QTimer>
+#include <functional>
 
 class DesktopServices;
 class FilePanels;
@@ -36,9 +38,10 @@ public:
     // Why the last save did not happen; empty once a save has succeeded.
     QString saveWarning() const { return m_saveWarning; }
 
-    // The document part of start-up: reopens the last file (silently untitled when that fails),
+    // The document part of start-up: reopens the last file (silently untitled when that fails;
+    // not at all when the launch brought a file of its own, which the caller opens next),
     // starts the refresh timer and asks the welcome question when it is due.
-    void startUp();
+    void startUp(bool reopenLastFile = true);
     void setStartingUp(bool startingUp) { m_isStartingUp = startingUp; }
 
     void newDatabase();
@@ -60,6 +63,10 @@ public:
 
     static QString projectsMimeType();
     const RecentDocuments &recentDocuments() const { return m_recent; }
+
+    // While this answers true (a sheet or an alert is open and holds objects of the document),
+    // a change of the file by another program is looked at later, not reloaded under it.
+    void setBusyCheck(std::function<bool()> busy) { m_busy = std::move(busy); }
 
     QTimer &refreshTimer() { return m_refreshTimer; }
     // Looks at the open file now instead of waiting for the file watcher.
@@ -83,6 +90,8 @@ private:
     // Runs the save prompt when the document has changes; false when the user cancelled.
     bool settleChanges();
     void savePanelDidEnd(const QString &path);
+    // Tells the user that only the forgiving parse could read the file, and where the original is.
+    void announceRecovery(const QString &path, const ProjectFile::LoadResult &result);
     void setSaveWarning(const QString &warning);
     void watchCurrentFile();
     void storeStartingDirectory(const QString &file);
@@ -104,4 +113,5 @@ private:
     QTimer m_diskCheck;
     QFileSystemWatcher m_watcher;
     RecentDocuments m_recent;
+    std::function<bool()> m_busy;
 };

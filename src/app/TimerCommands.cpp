@@ -3,6 +3,8 @@
 #include "model/Entry.h"
 #include "model/ProjectCollection.h"
 
+#include <tuple>
+
 TimerCommands::TimerCommands(ProjectCollection &collection)
     : m_collection(collection) {}
 
@@ -21,19 +23,27 @@ void TimerCommands::resume(const std::shared_ptr<Project> &project,
 void TimerCommands::apply(const std::shared_ptr<Project> &project,
                           const std::shared_ptr<ProjectItem> &item,
                           const std::function<void(Entry &)> &change, bool onlyPausedOfProject) {
+    bool changed = false;
+    // Pausing a paused entry or resuming a running one changes nothing and writes nothing.
+    const auto changeEntry = [&](ProjectItem &each) {
+        auto &entry = static_cast<Entry &>(each);
+        const auto before =
+            std::tuple(entry.isWorking(), entry.isPaused(), entry.pauseEntries().size());
+        change(entry);
+        changed |=
+            before != std::tuple(entry.isWorking(), entry.isPaused(), entry.pauseEntries().size());
+    };
     if (item) {
-        if (!item->isEntry())
-            return;
-        change(static_cast<Entry &>(*item));
+        if (item->isEntry())
+            changeEntry(*item);
     } else if (project) {
         for (const auto &each : project->entries()) {
             if (each->isEntry() && (!onlyPausedOfProject || each->isPaused()))
-                change(static_cast<Entry &>(*each));
+                changeEntry(*each);
         }
-    } else {
-        return;
     }
-    m_collection.setDataChanged(true);
+    if (changed)
+        m_collection.setDataChanged(true);
 }
 
 TimerCommands::Command TimerCommands::commandForSegment(const ProjectItem *item, int segment) {

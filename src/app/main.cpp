@@ -18,6 +18,7 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QIcon>
+#include <QUrl>
 
 #include <cstdio>
 
@@ -43,8 +44,11 @@ int main(int argc, char *argv[]) {
     parser.addPositionalArgument(u"file"_s, u"A project file to open."_s, u"[file]"_s);
     parser.process(app);
     QStringList files;
-    for (const QString &file : parser.positionalArguments())
-        files << QFileInfo(file).absoluteFilePath();
+    // Desktop launchers and the recent-files list hand over file:// addresses as well as paths.
+    for (const QString &argument : parser.positionalArguments()) {
+        const QUrl url(argument);
+        files << QFileInfo(url.isLocalFile() ? url.toLocalFile() : argument).absoluteFilePath();
+    }
 
     SingleInstance instance;
     if (!instance.claim()) {
@@ -74,7 +78,10 @@ int main(int argc, char *argv[]) {
                        Folders::resourceFolder() + u"/quickfilters.plist"_s});
     alerts.setParentWindow(&window);
     panels.setParentWindow(&window);
-    QObject::connect(&instance, &SingleInstance::openRequested, &window, &MainWindow::openFiles);
+    // Answered after the bus call has returned: opening may ask questions, and the second launch
+    // must not wait for the user.
+    QObject::connect(&instance, &SingleInstance::openRequested, &window, &MainWindow::openFiles,
+                     Qt::QueuedConnection);
     // The window has settled the quit already: end the event loop without asking windows again.
     QObject::connect(&window, &MainWindow::terminated, &app, [] { QCoreApplication::exit(0); });
     // The session ending (log out) quits like the Quit command.
@@ -82,7 +89,7 @@ int main(int argc, char *argv[]) {
                      [&window] { window.quit(); });
     window.restoreWindowState();
     window.show();
-    window.startUp();
+    window.startUp(files.isEmpty());
     for (const QString &file : std::as_const(files))
         window.controller().openFile(file);
     return app.exec();

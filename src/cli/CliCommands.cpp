@@ -23,6 +23,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Money as JSON: the float's shortest decimal form (12.4, not 12.399999618530273), so that a
+// reader does not lose a cent to the float's binary digits.
+double jsonMoney(float value) {
+    return StoredForms::floatText(value).toDouble();
+}
+
 QString hoursAndMinutes(int minutes) {
     return QString::asprintf("%02d:%02d", minutes / 60, minutes % 60);
 }
@@ -229,10 +235,10 @@ int CliCommands::listProjects(const QStringList &args) {
                     {u"description"_s, project->description()},
                     {u"customer"_s,
                      customer == customers.cend() ? QJsonValue() : QJsonValue(*customer)},
-                    {u"hourlyWage"_s, double(project->hourlyWage())},
+                    {u"hourlyWage"_s, jsonMoney(project->hourlyWage())},
                     {u"totalDuration"_s, project->totalTime(true)},
                     {u"totalDurationGross"_s, project->totalTime(false)},
-                    {u"totalWages"_s, double(project->totalWages())},
+                    {u"totalWages"_s, jsonMoney(project->totalWages())},
                 });
             }
             m_console.printJson(array);
@@ -280,7 +286,7 @@ int CliCommands::listEntries(const QStringList &args) {
                     {u"checked"_s, item->isChecked()},
                     {u"comment"_s, item->comment()},
                     {u"tags"_s, item->tags()},
-                    {u"amount"_s, fee ? QJsonValue(double(fee->amount())) : QJsonValue()},
+                    {u"amount"_s, fee ? QJsonValue(jsonMoney(fee->amount())) : QJsonValue()},
                 });
                 continue;
             }

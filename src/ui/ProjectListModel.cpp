@@ -88,8 +88,12 @@ ProjectListModel::ProjectListModel(ProjectCollection &collection, Preferences &p
     renumber();
     rebuildRunning();
     connect(&collection, &ProjectCollection::projectsChanged, this, &ProjectListModel::reload);
-    // Timer commands change entries in place and only mark the document changed.
-    connect(&collection, &ProjectCollection::changedMarkChanged, this, &ProjectListModel::reload);
+    // Changes made in place (timers paused, check marks) only set the mark; a save clearing it
+    // changes nothing shown.
+    connect(&collection, &ProjectCollection::changedMarkChanged, this, [this](bool changed) {
+        if (changed)
+            reload();
+    });
     connect(&preferences, &Preferences::valueChanged, this, &ProjectListModel::preferenceChanged);
 }
 
@@ -129,7 +133,7 @@ QModelIndex ProjectListModel::index(int row, int column, const QModelIndex &pare
         return {};
     if (!parent.isValid())
         return row < int(m_nodes.size()) ? createIndex(row, column, nullptr) : QModelIndex();
-    if (parentNode(parent) || parent.column() != 0)
+    if (parentNode(parent) || parent.column() != 0 || parent.row() >= int(m_nodes.size()))
         return {};
     Node *node = m_nodes[size_t(parent.row())].get();
     return row < node->items.size() ? createIndex(row, column, node) : QModelIndex();
@@ -143,7 +147,7 @@ QModelIndex ProjectListModel::parent(const QModelIndex &child) const {
 int ProjectListModel::rowCount(const QModelIndex &parent) const {
     if (!parent.isValid())
         return int(m_nodes.size());
-    if (parentNode(parent) || parent.column() != 0)
+    if (parentNode(parent) || parent.column() != 0 || parent.row() >= int(m_nodes.size()))
         return 0;
     return int(m_nodes[size_t(parent.row())]->items.size());
 }

@@ -321,6 +321,19 @@ private slots:
                  saveReplacesTheirs ? u"Web"_s : u"Theirs"_s);
     }
 
+    // An open sheet holds projects of the document: the reload waits until it has closed.
+    void anotherProgramsChangeWaitsForOpenSheets() {
+        openWorkFile();
+        bool sheetOpen = true;
+        m_controller->setBusyCheck([&sheetOpen] { return sheetOpen; });
+        QVERIFY(ProjectFile::save(m_file, oneProject(u"Theirs"_s)).ok);
+        m_controller->checkFileOnDisk();
+        QCOMPARE(m_collection->projectArray().constFirst()->name(), u"Web"_s);
+        sheetOpen = false;
+        QTRY_COMPARE(m_collection->projectArray().constFirst()->name(), u"Theirs"_s);
+        QVERIFY(m_user->alerts.isEmpty());
+    }
+
 private:
     void openWorkFile() {
         QVERIFY(m_controller->openFile(m_file));

@@ -253,9 +253,9 @@ private slots:
         QTest::newRow("preset") << QStringList() << QString() << 4.5f << QList<int>{0, 5, 0} << -1
                                 << QString();
         QTest::newRow("every option")
-            << u"--description|Two\nlines|--wage=12.5|--round-what|2|--round-to|15|--round-type|1|"
+            << u"--description|Two\nlines|--wage=12.4|--round-what|2|--round-to|15|--round-type|1|"
                u"--customer|ACME|--tags|x,y"_s.split(u'|')
-            << u"Two\nlines"_s << 12.5f << QList<int>{2, 15, 1} << 7 << u"x,y"_s;
+            << u"Two\nlines"_s << 12.4f << QList<int>{2, 15, 1} << 7 << u"x,y"_s;
     }
 
     void addProject() {
@@ -281,6 +281,10 @@ private slots:
         QCOMPARE(added.customer(), customer);
         QCOMPARE(added.tags(), tags);
         QVERIFY(added.entries().isEmpty());
+        // JSON gives the wage in its shortest decimal form, not the float's binary expansion.
+        const QString json = run({u"--file"_s, m_file, u"--json"_s, u"projects"_s}).out;
+        const QString expected = u"\"hourlyWage\": "_s + StoredForms::floatText(wage) + u',';
+        QVERIFY2(json.contains(expected), qPrintable(json));
     }
 
     void addEntry_data() {
