@@ -24,11 +24,7 @@ CustomerDropBox::CustomerDropBox(CustomerStorage &storage, ProjectCollection &co
 }
 
 void CustomerDropBox::showProject(const Project *project) {
-    m_project.reset();
-    for (const auto &candidate : m_collection.projectArray()) {
-        if (candidate.get() == project)
-            m_project = candidate;
-    }
+    m_project = m_collection.sharedProject(project);
     refresh();
 }
 

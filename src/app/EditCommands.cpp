@@ -25,13 +25,11 @@ bool EditCommands::deleteSelection(const std::shared_ptr<Project> &project,
                                    const std::shared_ptr<ProjectItem> &item) {
     if (item) {
         // The item leaves the project it belongs to, whatever project the caller named.
-        for (const auto &owner : m_collection.projectArray()) {
-            if (owner.get() == item->parent()) {
-                m_collection.deleteEntry(item, owner);
-                return true;
-            }
-        }
-        return false;
+        const auto owner = m_collection.sharedProject(item->parent());
+        if (!owner)
+            return false;
+        m_collection.deleteEntry(item, owner);
+        return true;
     }
     if (!project)
         return false;

@@ -104,11 +104,7 @@ void EntrySheetLogic::edit(const std::shared_ptr<Entry> &entry) {
     m_isNew = false;
     m_entry = entry;
     m_selectedItem = entry;
-    m_selectedProject.reset();
-    for (const auto &project : m_collection.projectArray()) {
-        if (project.get() == entry->parent())
-            m_selectedProject = project;
-    }
+    m_selectedProject = m_collection.sharedProject(entry->parent());
     m_canceledCreating = false;
     m_stoppedEntry = false;
 

@@ -36,10 +36,7 @@ bool FlatFeeSheetLogic::editFlatFeeEntry(const std::shared_ptr<FlatFeeEntry> &fe
         return false;
     m_mode = Mode::EditEntry;
     m_fee = fee;
-    m_project.reset();
-    for (const auto &project : m_collection.projectArray())
-        if (project.get() == fee->parent())
-            m_project = project;
+    m_project = m_collection.sharedProject(fee->parent());
     // A day that does not read (a damaged file) shows today rather than nothing.
     m_day = StoredForms::parseDate(fee->date());
     if (!m_day.isValid())

@@ -73,6 +73,14 @@ QStringList ProjectCollection::projectNames() const {
     return names;
 }
 
+std::shared_ptr<Project> ProjectCollection::sharedProject(const Project *project) const {
+    for (const auto &each : m_projects) {
+        if (each.get() == project)
+            return each;
+    }
+    return nullptr;
+}
+
 std::shared_ptr<Project> ProjectCollection::projectWithName(const QString &name) const {
     for (const auto &project : m_projects) {
         if (project->name() == name)
@@ -302,11 +310,7 @@ void ProjectCollection::moveEntries(const ItemList &items, const std::shared_ptr
     const ItemList moving = items;
     m_undoStack.beginMacro(name);
     for (const auto &item : moving) {
-        std::shared_ptr<Project> source;
-        for (const auto &project : std::as_const(m_projects)) {
-            if (project.get() == item->parent())
-                source = project;
-        }
+        const auto source = sharedProject(item->parent());
         if (!source || source == target)
             continue;
         addEntry(item, target, name);

@@ -35,6 +35,9 @@ public:
     const ProjectList &projectArray() const { return m_projects; }
     QStringList projectNames() const;
     std::shared_ptr<Project> projectWithName(const QString &name) const;
+    // The document's own pointer to the project (an item's parent, a row of a view); null when the
+    // project is not in the document (any more).
+    std::shared_ptr<Project> sharedProject(const Project *project) const;
     bool projectExists(const QString &name) const { return projectWithName(name) != nullptr; }
     QList<std::shared_ptr<Entry>> workingEntries() const;
     int numWorkingEntries() const { return int(workingEntries().size()); }
