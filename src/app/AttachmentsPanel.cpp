@@ -118,13 +118,6 @@ void AttachmentsPanel::openAttachmentsWindowForItem(const Item &item) {
     m_controller->openAttachmentsWindowForItem(item);
 }
 
-void AttachmentsPanel::toggle(const Item &item) {
-    if (isVisible())
-        close();
-    else
-        openAttachmentsWindowForItem(item);
-}
-
 void AttachmentsPanel::updateWindowWithItem(const Item &item) {
     m_controller->updateWindowWithItem(item);
 }

@@ -37,8 +37,6 @@ public:
 
     // Shows the window with the item (the toolbar's "Attachments").
     void openAttachmentsWindowForItem(const Item &item);
-    // Hides the window when it is shown, else opens it with the item.
-    void toggle(const Item &item);
     // The selection of the project list changed (a project, an entry or flat fee, or nothing);
     // nothing happens while the window is hidden.
     void updateWindowWithItem(const Item &item);

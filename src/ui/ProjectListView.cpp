@@ -110,8 +110,6 @@ void ProjectListView::setProjectListModel(ProjectListModel *model) {
             [model](const QModelIndex &index) { model->setProjectExpanded(index, false); });
     connect(&model->preferences(), &Preferences::valueChanged, this,
             &ProjectListView::preferenceChanged);
-    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { emit selectionChangedTo(selectedIndex()); });
 
     header()->setSectionResizeMode(ProjectListModel::DescriptionColumn, QHeaderView::Stretch);
     setColumnWidth(ProjectListModel::DayColumn, 220);

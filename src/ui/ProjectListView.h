@@ -63,7 +63,6 @@ public:
     void restoreExpansion();
 
 signals:
-    void selectionChangedTo(const QModelIndex &index);
     void actionSegmentClicked(const QModelIndex &index, int segment);
     // A double click on a row, outside its check box and action button; column 0 of the row.
     void itemDoubleClicked(const QModelIndex &index);

@@ -101,13 +101,13 @@ private slots:
         QCOMPARE(m_table->model()->rowCount(), item == u"fee" ? 1 : 0);
     }
 
-    // Closed, the window ignores the selection; toggled open, it shows the selected item.
-    void toggle() {
-        m_panel->toggle(m_fixture->beta);
+    // Closed, the window ignores the selection; opened again, it shows the selected item.
+    void closedIgnoresTheSelection() {
+        m_panel->close();
         QVERIFY(!m_panel->isVisible());
         m_panel->updateWindowWithItem(m_fixture->beta);
         QCOMPARE(m_panel->windowTitle(), u"Alpha: February 1, 2008"_s);
-        m_panel->toggle(m_fixture->beta);
+        m_panel->openAttachmentsWindowForItem(m_fixture->beta);
         QVERIFY(m_panel->isVisible());
         QCOMPARE(m_panel->windowTitle(), u"Beta"_s);
     }
