@@ -1,6 +1,7 @@
 #include "CustomerDragData.h"
 
 #include "ProjectListPasteboard.h"
+#include "platform/DroppedFiles.h"
 
 #include <algorithm>
 
@@ -13,15 +14,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QStringList localFiles(const QMimeData &data) {
-    QStringList files;
-    for (const QUrl &url : data.urls()) {
-        if (url.isLocalFile())
-            files << url.toLocalFile();
-    }
-    return files;
-}
 
 bool isCardFile(const QString &path) {
     const QString suffix = QFileInfo(path).suffix().toLower();
@@ -63,7 +55,7 @@ bool CustomerDragData::hasVCard(const QMimeData &data) {
         if (data.hasFormat(type))
             return true;
     }
-    const QStringList files = localFiles(data);
+    const QStringList files = DroppedFiles::localFiles(data);
     return std::any_of(files.begin(), files.end(), isCardFile);
 }
 
@@ -73,7 +65,7 @@ QByteArray CustomerDragData::vCardData(const QMimeData &data) {
             return data.data(type);
     }
     QByteArray cards;
-    for (const QString &path : localFiles(data)) {
+    for (const QString &path : DroppedFiles::localFiles(data)) {
         if (!isCardFile(path))
             continue;
         QFile file(path);
@@ -86,7 +78,7 @@ QByteArray CustomerDragData::vCardData(const QMimeData &data) {
 bool CustomerDragData::hasImage(const QMimeData &data) {
     if (data.hasImage() || !imageTypes(data).isEmpty())
         return true;
-    const QStringList files = localFiles(data);
+    const QStringList files = DroppedFiles::localFiles(data);
     return std::any_of(files.begin(), files.end(), isImageFile);
 }
 
@@ -101,7 +93,7 @@ QImage CustomerDragData::image(const QMimeData &data) {
         if (!image.isNull())
             return image;
     }
-    for (const QString &path : localFiles(data)) {
+    for (const QString &path : DroppedFiles::localFiles(data)) {
         if (!isImageFile(path))
             continue;
         const QImage image(path);

@@ -7,6 +7,7 @@
 #include "model/ProjectCollection.h"
 #include "model/StoredForms.h"
 #include "platform/CurrencyFormatter.h"
+#include "platform/DroppedFiles.h"
 #include "platform/Preferences.h"
 #include "stores/CustomerStorage.h"
 #include "stores/VCardReader.h"
@@ -49,18 +50,6 @@ bool sameItems(const ItemList &a, const ItemList &b) {
             return false;
     }
     return true;
-}
-
-QStringList localFiles(const QMimeData &data) {
-    QStringList paths;
-    if (!data.hasUrls())
-        return paths;
-    const QList<QUrl> urls = data.urls();
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile() && !url.toLocalFile().isEmpty())
-            paths.append(url.toLocalFile());
-    }
-    return paths;
 }
 
 bool hasAnyFormat(const QMimeData &data, const QStringList &types) {
@@ -657,7 +646,7 @@ bool ProjectListModel::canDropMimeData(const QMimeData *data, Qt::DropAction, in
         return onRow && isProjectRow(parent);
     if (data->hasFormat(ProjectListPasteboard::dragProjectsType()))
         return !parent.isValid();
-    if (!localFiles(*data).isEmpty())
+    if (!DroppedFiles::localFiles(*data).isEmpty())
         return onRow;
     return true;
 }
@@ -676,7 +665,7 @@ bool ProjectListModel::dropMimeData(const QMimeData *data, Qt::DropAction action
         return dropVCard(*data, target);
     if (data->hasFormat(ProjectListPasteboard::dragProjectsType()))
         return dropProject(*data, row);
-    if (!localFiles(*data).isEmpty())
+    if (!DroppedFiles::localFiles(*data).isEmpty())
         return dropFiles(*data, parent);
     return true;
 }
@@ -756,7 +745,7 @@ bool ProjectListModel::dropVCard(const QMimeData &data, const std::shared_ptr<Pr
 }
 
 bool ProjectListModel::dropFiles(const QMimeData &data, const QModelIndex &target) {
-    const QStringList paths = localFiles(data);
+    const QStringList paths = DroppedFiles::localFiles(data);
     const auto item = itemAt(target);
     const auto project = projectAt(target);
     if (item)
