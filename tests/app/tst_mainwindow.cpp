@@ -242,6 +242,25 @@ private slots:
         QCOMPARE(m_user.messages(), QStringList());
     }
 
+    void anotherProgramsChangeWaitsWhileASheetIsOpen() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(0, 0));
+        m_window->commandAction(u"newFlatFeeEntry:"_s)->trigger();
+        QVERIFY(m_window->flatFeeSheet()->isVisible());
+        QVERIFY(ProjectFile::save(m_file, {sampleProjects().constLast()}).ok);
+        m_window->controller().checkFileOnDisk();
+        QCOMPARE(m_collection->projectArray().size(), 2);
+        m_user.answers = {1}; // "Keep My Version"
+        m_window->flatFeeSheet()->accept();
+        QCOMPARE(m_collection->undoStack()->undoText(), u"Add Entry"_s);
+        // The sheet is closed: now the question comes, and the kept version is written at once.
+        QTRY_COMPARE(m_user.messages(),
+                     QStringList{u"The project file was changed by another program."_s});
+        QTRY_COMPARE(ProjectFile::load(m_file).projects.size(), 2);
+        QCOMPARE(m_collection->projectArray().size(), 2);
+    }
+
     void quickAndSavedFiltersAreRestored() {
         m_preferences->setObject(u"today"_s, u"quickfilter");
         m_preferences->setObject(m_file, u"LastOpenFile");
