@@ -80,7 +80,7 @@ ProjectListModel::ProjectListModel(ProjectCollection &collection, Preferences &p
     // Changes made in place (timers paused, check marks) only set the mark; a save clearing it
     // changes nothing shown.
     connect(&collection, &ProjectCollection::changedMarkChanged, this, [this](bool changed) {
-        if (changed)
+        if (changed && !m_collection.isMarkingAnnouncedChange())
             reload();
     });
     connect(&preferences, &Preferences::valueChanged, this, &ProjectListModel::preferenceChanged);

@@ -222,7 +222,9 @@ QString ProjectCollection::statusBarInfo() const {
 
 void ProjectCollection::changed() {
     updateVisibleProjects();
+    m_markingAnnouncedChange = true;
     setDataChanged(true);
+    m_markingAnnouncedChange = false;
 }
 
 void ProjectCollection::push(const QString &name, std::function<void()> perform,

@@ -43,6 +43,9 @@ public:
     int numWorkingEntries() const { return int(workingEntries().size()); }
 
     bool dataChanged() const { return m_changed; }
+    // True while the changed mark is set for a change that projectsChanged() has just announced:
+    // views that reload on both need not reload twice.
+    bool isMarkingAnnouncedChange() const { return m_markingAnnouncedChange; }
     void setDataChanged(bool changed);
     bool finishedLoading() const { return m_finishedLoading; }
     // Empties the document and its undo history; the file it was read from is forgotten.
@@ -166,4 +169,5 @@ private:
     QString m_currentFile;
     FileIdentity m_fileIdentity;
     bool m_savePending = false;
+    bool m_markingAnnouncedChange = false;
 };
