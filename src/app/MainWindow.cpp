@@ -110,6 +110,8 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
             [this](const Customer::Pointer &customer) {
                 if (customer)
                     m_details->showCustomer(*customer);
+                else
+                    m_details->clear();
             });
     addDockWidget(Qt::RightDockWidgetArea, m_details);
     m_details->setVisible(services.preferences.boolForKey(u"DrawerState"));
@@ -159,19 +161,19 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     });
     connect(m_list, &ProjectListView::actionSegmentClicked, this, &MainWindow::actionButtonClicked);
     connect(m_list, &ProjectListView::itemDoubleClicked, this, &MainWindow::doubleClick);
+    // A new entry or fee opens its project; the row selected before stays selected.
     connect(m_entrySheet, &EntrySheet::entryAdded, this,
-            [this](const std::shared_ptr<Entry> &entry, const std::shared_ptr<Project> &project) {
-                selectRow(project, entry.get());
+            [this](const std::shared_ptr<Entry> &, const std::shared_ptr<Project> &project) {
+                expandProject(project.get());
             });
-    connect(m_entrySheet, &EntrySheet::entryEdited, this,
-            [this](const std::shared_ptr<Entry> &entry) {
-                selectRow(m_model->projectAt(m_list->currentIndex()), entry.get());
-            });
+    connect(m_entrySheet, &EntrySheet::entryEdited, this, &MainWindow::updateDetails);
     connect(m_projectSheet, &ProjectSheet::projectSaved, this,
-            [this](const std::shared_ptr<Project> &project) { selectRow(project, nullptr); });
+            [this](const std::shared_ptr<Project> &project) { selectRow(project); });
     connect(m_flatFeeSheet, &FlatFeeSheet::flatFeeSaved, this,
-            [this](const std::shared_ptr<FlatFeeEntry> &fee, bool) {
-                selectRow(m_model->projectAt(m_list->currentIndex()), fee.get());
+            [this](const std::shared_ptr<FlatFeeEntry> &fee, bool created) {
+                if (created)
+                    expandProject(fee->parent());
+                updateDetails();
             });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         updateDetails();
@@ -653,8 +655,8 @@ void MainWindow::startTimer() {
     const auto project = m_model->projectAt(m_list->currentIndex());
     if (!project)
         return;
-    const auto entry = m_services.collection.startTimerInProject(project);
-    selectRow(project, entry.get());
+    m_services.collection.startTimerInProject(project);
+    expandProject(project.get());
 }
 
 void MainWindow::newProject() {
@@ -727,17 +729,18 @@ void MainWindow::actionButtonClicked(const QModelIndex &index, int segment) {
     }
 }
 
-void MainWindow::selectRow(const std::shared_ptr<Project> &project, const ProjectItem *item) {
-    if (!project)
+void MainWindow::selectRow(const std::shared_ptr<Project> &project) {
+    const QModelIndex row = project ? m_model->indexOfProject(*project) : QModelIndex();
+    if (!row.isValid())
         return;
-    const QModelIndex projectRow = m_model->indexOfProject(*project);
-    if (item && projectRow.isValid())
-        m_list->expand(projectRow);
-    const QModelIndex row = item ? m_model->indexOfItem(*item) : projectRow;
-    if (row.isValid()) {
-        m_list->setCurrentIndex(row);
-        m_list->scrollTo(row);
-    }
+    m_list->setCurrentIndex(row);
+    m_list->scrollTo(row);
+}
+
+void MainWindow::expandProject(const Project *project) {
+    const QModelIndex row = project ? m_model->indexOfProject(*project) : QModelIndex();
+    if (row.isValid())
+        m_list->expand(row);
     updateDetails();
 }
 

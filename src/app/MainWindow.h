@@ -138,8 +138,10 @@ private:
     void openAttachments();
     // The selected row for the attachments panel.
     AttachmentController::Item attachmentItem() const;
-    // Selects the row of the item (or of the project when item is null), expanding its project.
-    void selectRow(const std::shared_ptr<Project> &project, const ProjectItem *item);
+    // Selects the project's row.
+    void selectRow(const std::shared_ptr<Project> &project);
+    // Opens the project's row (a new entry or timer in it); the selection stays.
+    void expandProject(const Project *project);
     void toggleDetails();
     void toggleQuickFilters();
     void showPreferences();

@@ -534,20 +534,21 @@ bool ProjectListModel::setData(const QModelIndex &index, const QVariant &value, 
 
 void ProjectListModel::setChecked(const QModelIndex &index, bool checked) {
     Node *node = nodeOf(index);
-    const QModelIndex projectIndex = createIndex(node->row, StateColumn, nullptr);
     if (auto item = itemAt(index)) {
         item->setChecked(checked);
-        emit dataChanged(index, index, {Qt::CheckStateRole});
     } else {
-        for (const auto &shown : std::as_const(node->items))
-            shown->setChecked(checked);
-        if (!node->items.isEmpty())
-            emit dataChanged(createIndex(0, StateColumn, node),
-                             createIndex(int(node->items.size()) - 1, StateColumn, node),
-                             {Qt::CheckStateRole});
+        // A project row marks the entries the current filter shows, or all of the project's
+        // (the search text alone does not narrow it).
+        const Project &project = *node->project;
+        const ItemList entries = m_collection.currentFilter()
+                                     ? m_collection.filteredEntriesForProject(project)
+                                     : project.entries();
+        for (const auto &entry : entries)
+            entry->setChecked(checked);
     }
     node->checkState.reset();
-    emit dataChanged(projectIndex, projectIndex, {Qt::CheckStateRole});
+    // A filter on the check mark may now show other rows; the list follows the new visible set.
+    m_collection.updateVisibleProjects();
     m_collection.setDataChanged(true);
 }
 

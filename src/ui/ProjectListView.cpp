@@ -217,7 +217,9 @@ void ProjectListView::contextMenuEvent(QContextMenuEvent *event) {
 void ProjectListView::mouseDoubleClickEvent(QMouseEvent *event) {
     const QPoint point = event->position().toPoint();
     const QModelIndex index = indexAt(point);
-    if (index.isValid() && event->button() == Qt::LeftButton) {
+    // The action column never opens the editor, on its buttons or beside them.
+    if (index.isValid() && event->button() == Qt::LeftButton &&
+        index.column() != ProjectListModel::ActionColumn) {
         QStyleOptionViewItem option;
         initViewItemOption(&option);
         option.rect = visualRect(index);

@@ -374,9 +374,13 @@ private slots:
         m_window->flatFeeSheet()->reject();
         m_window->commandAction(u"newTimerEntry:"_s)->trigger();
         QVERIFY(m_window->entrySheet()->isVisible());
+        m_window->listView()->collapse(m_window->listModel()->index(0, 0));
         m_window->entrySheet()->accept();
         QCOMPARE(m_collection->undoStack()->undoText(), u"Add Entry"_s);
         QCOMPARE(m_window->commandAction(u"undo:"_s)->text(), u"&Undo Add Entry"_s);
+        // The project opens to show the new entry; the project row stays selected.
+        QVERIFY(m_window->listView()->isExpanded(m_window->listModel()->index(0, 0)));
+        QCOMPARE(m_window->listView()->currentIndex(), m_window->listModel()->index(0, 0));
         m_window->commandAction(u"newProject:"_s)->trigger();
         QVERIFY(m_window->projectSheet()->isVisible());
         m_window->projectSheet()->reject();

@@ -58,6 +58,13 @@ private slots:
         QCOMPARE(ToolbarItems::migrate(saved, lastVersion), expected);
     }
 
+    // The version written at quit is read at the next start: a customised toolbar stays (one
+    // without "Attachments" gets it back, as from every version since 2.3).
+    void theRunningVersionKeepsACustomisedToolbar() {
+        const QStringList custom{u"Edit"_s, u"Attachments"_s, u"Delete"_s};
+        QCOMPARE(ToolbarItems::migrate(custom, QStringLiteral(HOURFOLD_VERSION)), custom);
+    }
+
     void validatedDropsUnknownAndRepeatedItems() {
         QCOMPARE(ToolbarItems::validated({u"Edit"_s, u"Bogus"_s, u"Separator"_s, u"Edit"_s,
                                           u"Separator"_s, u"Space"_s}),

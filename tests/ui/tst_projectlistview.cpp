@@ -241,6 +241,10 @@ private slots:
         QVERIFY(review->isChecked());
         QTest::mouseDClick(viewport, Qt::LeftButton, {}, box);
         QVERIFY(doubleClicks.isEmpty());
+        // Nor does the action column open the editor, even where a row has no button.
+        QTest::mouseDClick(viewport, Qt::LeftButton, {},
+                           center(row(u"Web"_s, 0).siblingAtColumn(3)));
+        QVERIFY(doubleClicks.isEmpty());
         QTest::mouseDClick(viewport, Qt::LeftButton, {},
                            center(row(u"Web"_s, 1).siblingAtColumn(1)));
         QCOMPARE(doubleClicks.size(), 1);
