@@ -38,8 +38,7 @@ EntrySheetLogic::EntrySheetLogic(ProjectCollection &collection, Preferences &pre
               recalculateTotalTime();
               emit changed();
           }) {
-    // The duration is hours and minutes, never a clock time of the morning or afternoon.
-    m_timeCtrl.setIsLocalizing(false);
+    // All three controls follow the locale, the duration's too: it is kept as a clock time.
     for (WBTimeControl *control : {&m_timeCtrl, &m_fromTimeCtrl, &m_toTimeCtrl})
         control->setAlerts(&alerts);
     connect(&m_fromTimeCtrl, &WBTimeControl::stepped, this, &EntrySheetLogic::changedFrom);
