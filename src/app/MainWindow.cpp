@@ -756,9 +756,13 @@ void MainWindow::toggleQuickFilters() {
 }
 
 void MainWindow::showPreferences() {
-    if (!m_preferencesWindow)
+    if (!m_preferencesWindow) {
         m_preferencesWindow = new PreferencesWindow(m_services.preferences, m_services.collection,
                                                     m_services.currency, this);
+        // Centred over the main window the first time; later where the user left it.
+        m_preferencesWindow->adjustSize();
+        m_preferencesWindow->move(frameGeometry().center() - m_preferencesWindow->rect().center());
+    }
     m_preferencesWindow->show();
     m_preferencesWindow->raise();
     m_preferencesWindow->activateWindow();

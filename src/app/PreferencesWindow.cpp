@@ -1,6 +1,8 @@
 #include "PreferencesWindow.h"
 
 #include "PreferencesForm.h"
+#include "TimeControlWidget.h"
+#include "WBTimeControl.h"
 #include "model/ProjectCollection.h"
 #include "platform/CurrencyFormatter.h"
 #include "platform/Preferences.h"
@@ -22,7 +24,6 @@
 #include <QShortcut>
 #include <QSpinBox>
 #include <QTabWidget>
-#include <QTimeEdit>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -104,16 +105,19 @@ QWidget *PreferencesWindow::generalPage(const CurrencyFormatter &currency) {
     modes->addStretch();
     form->addRow(tr("New entries start with:"), modes);
 
-    auto *time = new QTimeEdit;
+    // The proposed duration is kept as a clock time, edited in the program's time control.
+    auto *clock = new WBTimeControl(this);
+    auto *time = new TimeControlWidget(*clock);
     time->setObjectName(u"defaultTime"_s);
-    time->setDisplayFormat(u"HH:mm"_s);
-    time->setKeyboardTracking(false);
-    time->setAlignment(Qt::AlignRight);
-    connect(time, &QTimeEdit::timeChanged, this,
-            [this](QTime value) { m_preferences.setObject(value, u"defaultTime"); });
-    m_loaders.insert(u"defaultTime"_s, [this, time] {
-        const QSignalBlocker blocker(time);
-        time->setTime(m_preferences.timeForKey(u"defaultTime"));
+    connect(clock, &WBTimeControl::dateChanged, this, [this, clock] {
+        m_preferences.setObject(QTime(clock->hour(), clock->minute()), u"defaultTime");
+    });
+    m_loaders.insert(u"defaultTime"_s, [this, clock, time] {
+        const QSignalBlocker blocker(clock);
+        const QTime value = m_preferences.timeForKey(u"defaultTime");
+        clock->setHour(value.isValid() ? value.hour() : 0);
+        clock->setMinute(value.isValid() ? value.minute() : 0);
+        time->update();
     });
     m_controls.insert(u"defaultTime"_s, {time});
     form->addRow(fieldLabel(tr("Proposed duration:"), time), time);

@@ -2,6 +2,8 @@
 
 #include "PreferencesForm.h"
 #include "PreferencesWindow.h"
+#include "TimeControlWidget.h"
+#include "WBTimeControl.h"
 #include "model/ProjectCollection.h"
 #include "platform/CurrencyFormatter.h"
 #include "platform/LocaleFormat.h"
@@ -17,7 +19,6 @@
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTest>
-#include <QTimeEdit>
 
 using Drive = std::function<void(PreferencesWindow &)>;
 Q_DECLARE_METATYPE(Drive)
@@ -230,7 +231,9 @@ private slots:
         QVERIFY(control<QCheckBox>(window, u"useProjectColor"_s)->isChecked());
         QVERIFY(control<QRadioButton>(window, u"defaultEntryMode1"_s)->isChecked());
         QVERIFY(control<QRadioButton>(window, u"listDateFormat2"_s)->isChecked());
-        QCOMPARE(control<QTimeEdit>(window, u"defaultTime"_s)->time(), QTime(6, 45));
+        const WBTimeControl &proposed =
+            control<TimeControlWidget>(window, u"defaultTime"_s)->control();
+        QCOMPARE(QTime(proposed.hour(), proposed.minute()), QTime(6, 45));
         QCOMPARE(control<QDoubleSpinBox>(window, u"hourlyWage"_s)->value(), 75.25);
         QCOMPARE(control<QComboBox>(window, u"firstDayOfWeek"_s)->currentText(), u"Monday"_s);
         QCOMPARE(control<QSpinBox>(window, u"runningReminderInterval"_s)->value(), 30);
