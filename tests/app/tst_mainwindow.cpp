@@ -381,6 +381,13 @@ private slots:
         // The project opens to show the new entry; the project row stays selected.
         QVERIFY(m_window->listView()->isExpanded(m_window->listModel()->index(0, 0)));
         QCOMPARE(m_window->listView()->currentIndex(), m_window->listModel()->index(0, 0));
+        // Undo and Redo from the menu take the entry away and bring it back.
+        const int items = m_window->listModel()->rowCount(m_window->listModel()->index(0, 0));
+        m_window->commandAction(u"undo:"_s)->trigger();
+        QCOMPARE(m_window->listModel()->rowCount(m_window->listModel()->index(0, 0)), items - 1);
+        QCOMPARE(m_window->commandAction(u"redo:"_s)->text(), u"&Redo Add Entry"_s);
+        m_window->commandAction(u"redo:"_s)->trigger();
+        QCOMPARE(m_window->listModel()->rowCount(m_window->listModel()->index(0, 0)), items);
         m_window->commandAction(u"newProject:"_s)->trigger();
         QVERIFY(m_window->projectSheet()->isVisible());
         m_window->projectSheet()->reject();
