@@ -21,8 +21,9 @@ QRect centred(const QRect &cell, int size) {
 LinkButtonDelegate::LinkButtonDelegate(QAbstractItemView *view, int column)
     : QStyledItemDelegate(view)
     , m_view(view)
+    , m_viewport(view->viewport())
     , m_column(column) {
-    view->viewport()->installEventFilter(this);
+    m_viewport->installEventFilter(this);
 }
 
 void LinkButtonDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -83,7 +84,9 @@ void LinkButtonDelegate::setPressed(const QModelIndex &index, bool inside) {
 }
 
 bool LinkButtonDelegate::eventFilter(QObject *watched, QEvent *event) {
-    if (watched != m_view->viewport())
+    // Compared with the viewport kept at the start: the view may be half destroyed already when
+    // its viewport sends its last events.
+    if (watched != m_viewport)
         return false;
     switch (event->type()) {
     case QEvent::MouseButtonPress:

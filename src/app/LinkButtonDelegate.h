@@ -35,6 +35,7 @@ private:
     void setPressed(const QModelIndex &index, bool inside);
 
     QAbstractItemView *m_view;
+    QObject *m_viewport;
     int m_column;
     QPersistentModelIndex m_pressed;
     bool m_pressedInside = false;

@@ -35,6 +35,12 @@ TagEditorPanel::TagEditorPanel(TagStorage &tags, QWidget *parent)
     updateEditorTokenField();
 }
 
+TagEditorPanel::~TagEditorPanel() {
+    // The field ends its editing while the window is taken apart; the tag list it changes must
+    // not call back into this half-destroyed panel.
+    disconnect(&m_tags, nullptr, this, nullptr);
+}
+
 void TagEditorPanel::openTagsEditor() {
     updateEditorTokenField();
     show();

@@ -15,6 +15,7 @@ class TagEditorPanel : public QWidget {
 
 public:
     TagEditorPanel(TagStorage &tags, QWidget *parent = nullptr);
+    ~TagEditorPanel() override;
 
     // Shows the current list and brings the window to the front.
     void openTagsEditor();

@@ -331,7 +331,9 @@ private slots:
         QCOMPARE(outcome.exitCode, 0);
         QCOMPARE(outcome.out,
                  u"Added entry 1 of \"Beta\" (%1)\n"_s.arg(StoredForms::durationText(effective)));
-        const auto entry = std::dynamic_pointer_cast<Entry>(reload().at(1)->entries().value(0));
+        // The projects stay alive with the entry: it asks its project how to round.
+        const ProjectList reloaded = reload();
+        const auto entry = std::dynamic_pointer_cast<Entry>(reloaded.at(1)->entries().value(0));
         QVERIFY(entry);
         QCOMPARE(entry->hasPeriod(), stored.size() == 4);
         const QStringList texts = entry->hasPeriod()
