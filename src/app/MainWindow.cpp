@@ -262,6 +262,8 @@ void MainWindow::createCommands() {
     connect(details, &QAction::triggered, this, &MainWindow::toggleDetails);
     connect(m_details, &QDockWidget::visibilityChanged, this, [this, details](bool visible) {
         details->setChecked(visible);
+        if (visible)
+            updateDetails();
         // The pane's own close button counts as much as the command; a minimised window does not.
         if (isVisible() && !isMinimized())
             m_services.preferences.setObject(visible, u"DrawerState");
@@ -619,7 +621,9 @@ void MainWindow::updateCommandStates() {
 
 void MainWindow::updateDetails() {
     const CommandValidation::Selection selected = selection();
-    m_details->updateDetails(selected.project, selected.item);
+    // A closed pane is filled when it opens, not at every change of the selection.
+    if (m_details->isVisible())
+        m_details->updateDetails(selected.project, selected.item);
     m_customerBar->showProject(selected.project);
     m_attachments->updateWindowWithItem(attachmentItem());
 }

@@ -98,6 +98,7 @@ private slots:
 
     void commandsFollowTheSelectionAndTheDocument() {
         m_preferences->setObject(m_file, u"LastOpenFile");
+        m_preferences->setObject(true, u"DrawerState");
         startWindow();
         QAction *remove = m_window->commandAction(u"delete:"_s);
         QAction *save = m_window->commandAction(u"save:"_s);
@@ -123,6 +124,7 @@ private slots:
 
     void selectingARowShowsItsDetails() {
         m_preferences->setObject(m_file, u"LastOpenFile");
+        m_preferences->setObject(true, u"DrawerState");
         startWindow();
         m_window->listView()->setCurrentIndex(m_window->listModel()->index(1, 0));
         QVERIFY(m_window->detailsPane()->browser()->toHtml().contains(u"App"_s));
@@ -132,10 +134,14 @@ private slots:
     }
 
     void detailsPaneRemembersWhetherItIsOpen() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
         startWindow();
         QVERIFY(!m_window->detailsPane()->isVisible());
+        // Selected while the pane is closed: the page comes when the pane opens.
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(1, 0));
         m_window->commandAction(u"toggleDrawer:"_s)->trigger();
         QVERIFY(m_window->detailsPane()->isVisible());
+        QVERIFY(m_window->detailsPane()->browser()->toPlainText().contains(u"App"_s));
         QVERIFY(m_preferences->boolForKey(u"DrawerState"));
         m_window->detailsPane()->close();
         QVERIFY(!m_preferences->boolForKey(u"DrawerState"));
