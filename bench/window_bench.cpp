@@ -1,10 +1,10 @@
 // Times the main window with a large document: opening it (document read, list built and first
 // painted), scrolling page by page, the 5-second refresh, and the processor time it takes while
 // idle. Usage: hourfold-window-bench FILE [IDLE_SECONDS]
-#include "FilePanels.h"
-#include "MainWindow.h"
-#include "ProjectController.h"
 #include "ProjectListView.h"
+#include "common/FilePanels.h"
+#include "mainwindow/MainWindow.h"
+#include "mainwindow/ProjectController.h"
 #include "model/ProjectCollection.h"
 #include "platform/CurrencyFormatter.h"
 #include "platform/DesktopServices.h"

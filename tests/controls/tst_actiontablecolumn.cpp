@@ -1,4 +1,4 @@
-#include "core/ModelFixtures.h"
+#include "core/model/ModelFixtures.h"
 
 #include "ActionTableColumn.h"
 

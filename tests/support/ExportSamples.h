@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/ModelFixtures.h"
+#include "core/model/ModelFixtures.h"
 #include "model/Project.h"
 #include "stores/Customer.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FilePanels.h"
+#include "common/FilePanels.h"
 #include "platform/DesktopServices.h"
 #include "platform/UserAlerts.h"
 

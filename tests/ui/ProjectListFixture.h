@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/ModelFixtures.h"
+#include "core/model/ModelFixtures.h"
 #include "support/FakeCustomers.h"
 #include "support/RecordingAlerts.h"
 

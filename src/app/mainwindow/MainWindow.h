@@ -1,0 +1,181 @@
+#pragma once
+
+#include "details/DetailsPage.h"
+#include "mainwindow/CommandValidation.h"
+#include "mainwindow/EditCommands.h"
+#include "mainwindow/TimerCommands.h"
+#include "search/FilterTarget.h"
+#include "stores/AttachmentController.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <memory>
+
+class AttachmentsPanel;
+class CurrencyFormatter;
+class CustomerSideBar;
+class CustomerStorage;
+class DesktopServices;
+class DetailsPane;
+class EntrySheet;
+class FlatFeeSheet;
+class FilePanels;
+class FilterController;
+class Preferences;
+class PreferencesWindow;
+class ProjectCollection;
+class ProjectController;
+class ProjectListModel;
+class ProjectListView;
+class ProjectSheet;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QToolBar;
+class QuickFilterBar;
+class QuickFilters;
+class TagEditorPanel;
+class TagStorage;
+class UserAlerts;
+
+// The main window: the quick-filter bar over the project list, the details pane beside it, the
+// toolbar, the menus and the status line. It shows the document and hands every command to the
+// document or to the controller; the rules live in those and in the small logic classes.
+class MainWindow : public QMainWindow, public FilterTarget {
+    Q_OBJECT
+
+public:
+    // What the window works with; the caller keeps them alive longer than the window.
+    struct Services {
+        Preferences &preferences;
+        ProjectCollection &collection;
+        CustomerStorage &customers;
+        TagStorage &tags;
+        const CurrencyFormatter &currency;
+        UserAlerts &alerts;
+        FilePanels &panels;
+        DesktopServices &desktop;
+        QString filtersPath;      // filters.plist of the support folder
+        QString quickFiltersPath; // quickfilters.plist of the resources
+    };
+
+    explicit MainWindow(const Services &services, QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    // The size and place of the last run, centred on the screen the first time.
+    void restoreWindowState();
+    // The start-up sequence: toolbar, document, list, welcome prompt, filters.
+    // Without reopenLastFile the caller opens a file of its own afterwards.
+    void startUp(bool reopenLastFile = true);
+
+    ProjectController &controller() const { return *m_controller; }
+    ProjectListView *listView() const { return m_list; }
+    ProjectListModel *listModel() const { return m_model; }
+    DetailsPane *detailsPane() const { return m_details; }
+    CustomerSideBar *customerSideBar() const { return m_customerBar; }
+    AttachmentsPanel *attachmentsPanel() const { return m_attachments; }
+    EntrySheet *entrySheet() const { return m_entrySheet; }
+    ProjectSheet *projectSheet() const { return m_projectSheet; }
+    FlatFeeSheet *flatFeeSheet() const { return m_flatFeeSheet; }
+    QuickFilterBar *quickFilterBar() const { return m_quickFilterBar; }
+    QComboBox *filterPopUp() const { return m_filterPopUp; }
+    QLineEdit *searchField() const { return m_searchField; }
+    QLabel *saveWarningLabel() const { return m_saveWarning; }
+    QLabel *statusInfoLabel() const { return m_statusInfo; }
+    QToolBar *mainToolbar() const { return m_toolbar; }
+    // The menu and toolbar command of an action ("save:", "delete:", ...); nullptr when the
+    // window has no such command.
+    QAction *commandAction(const QString &action) const { return m_commands.value(action); }
+    // The identifiers of the toolbar items shown, in order.
+    QStringList toolbarItemIdentifiers() const { return m_toolbarItems; }
+    // The toolbar items whose commands exist in this window.
+    static QStringList availableToolbarItems();
+
+    // Quits as the Quit command does: asks, saves, or waits for the save panel.
+    void quit();
+    // Shows the window and opens the files handed over by the desktop or a second launch.
+    void openFiles(const QStringList &files);
+
+    void setCurrentFilter(const Filter::Pointer &filter) override;
+    void disableQuickFilters() override;
+
+    void updateCommandStates();
+    // A click on a segment of the action column, or the Stop command (segment 2).
+    void actionButtonClicked(const QModelIndex &index, int segment);
+    void updateDetails();
+    void setToolbarItems(const QStringList &identifiers);
+    void customizeToolbar();
+
+signals:
+    // The quit went through: the application ends its event loop.
+    void terminated();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void createCommands();
+    void createMenus();
+    void createToolbar();
+    void setupToolbar();
+    void createStatusLine();
+    void createFilterControls();
+    void loadQuickFilters();
+    void fillFilterPopUp();
+    void preferenceChanged(const QString &key);
+    void updateTitle();
+    void updateStatusInfo();
+    void deleteSelection();
+    void pause();
+    void resume();
+    void startTimer();
+    void newProject();
+    void newTimerEntry();
+    void newFlatFeeEntry();
+    void edit();
+    void doubleClick(const QModelIndex &index);
+    void openAttachments();
+    // The selected row for the attachments panel.
+    AttachmentController::Item attachmentItem() const;
+    // Selects the project's row.
+    void selectRow(const std::shared_ptr<Project> &project);
+    // Opens the project's row (a new entry or timer in it); the selection stays.
+    void expandProject(const Project *project);
+    void toggleDetails();
+    void toggleQuickFilters();
+    void showPreferences();
+    void showAbout();
+    void terminate();
+    CommandValidation::Selection selection() const;
+    QAction *addCommand(const QString &action, const QString &title, const QKeySequence &keys,
+                        const QString &image = {});
+
+    Services m_services;
+    DetailsPage m_pages;
+    ProjectController *m_controller;
+    std::unique_ptr<FilterController> m_filters;
+    std::unique_ptr<QuickFilters> m_quickFilters;
+    ProjectListModel *m_model;
+    ProjectListView *m_list;
+    DetailsPane *m_details;
+    CustomerSideBar *m_customerBar;
+    AttachmentsPanel *m_attachments;
+    TagEditorPanel *m_tagEditor;
+    QuickFilterBar *m_quickFilterBar;
+    QComboBox *m_filterPopUp;
+    QLineEdit *m_searchField;
+    QLabel *m_statusInfo;
+    QLabel *m_saveWarning;
+    QToolBar *m_toolbar;
+    PreferencesWindow *m_preferencesWindow = nullptr;
+    EntrySheet *m_entrySheet;
+    ProjectSheet *m_projectSheet;
+    FlatFeeSheet *m_flatFeeSheet;
+    EditCommands m_editCommands;
+    TimerCommands m_timerCommands;
+    QHash<QString, QAction *> m_commands;
+    QStringList m_toolbarItems;
+    bool m_terminated = false;
+    bool m_attachmentsPlaced = false;
+};

@@ -1,0 +1,388 @@
+#include "CustomerDrops.h"
+#include "app/SheetFixture.h"
+
+#include "ProjectListModel.h"
+#include "customers/CustomerDropBox.h"
+#include "customers/CustomerSheetDialog.h"
+#include "customers/CustomerSideBar.h"
+#include "customers/CustomerTableModel.h"
+
+#include <QAbstractItemModelTester>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QToolButton>
+#include <QUndoStack>
+
+namespace {
+
+QString namesOf(const ProjectList &projects) {
+    QStringList names;
+    for (const auto &project : projects)
+        names << project->name();
+    return names.join(u", "_s);
+}
+
+// "1" for every customer shown, "0" for every one hidden, in the list's order.
+QString checkMarks(const CustomerStorage &customers) {
+    QString marks;
+    for (const auto &customer : customers.customers())
+        marks += customer->visible() ? u'1' : u'0';
+    return marks;
+}
+
+double distance(const QColor &a, const QColor &b) {
+    return std::hypot(a.red() - b.red(), a.green() - b.green(), a.blue() - b.blue());
+}
+
+} // namespace
+
+// The fixture's customers ACME (id 1, project Alpha) and Bolt (id 2), and a third project Gamma
+// of Bolt's; the side bar fills the window.
+class TestCustomerSideBar : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void init() {
+        m_fixture = std::make_unique<SheetFixture>();
+        m_fixture->collection.addProject(
+            std::make_shared<Project>(u"Gamma"_s, u""_s, 10.0f, 0, 0, 0, 2, u""_s));
+        m_fixture->collection.undoStack()->clear();
+        m_bar = new CustomerSideBar(m_fixture->customers, m_fixture->collection,
+                                    m_fixture->preferences, m_fixture->user, &m_fixture->window);
+        m_bar->setGeometry(0, 0, 240, 560);
+        m_bar->show();
+        QVERIFY(QTest::qWaitForWindowExposed(&m_fixture->window));
+    }
+
+    void cleanup() { m_fixture.reset(); }
+
+    // The model stays consistent through everything that changes the customers.
+    void modelIsConsistent() {
+        QAbstractItemModelTester tester(m_bar->model(),
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        CustomerStorage &customers = m_fixture->customers;
+        customers.addCustomer(std::make_shared<Customer>());
+        customers.toggleVisible(0);
+        customers.changeCustomerImage(1, QImage(2, 2, QImage::Format_RGB32));
+        customers.deleteCustomerWithID(2);
+        m_fixture->collection.undoStack()->setIndex(0);
+        QCOMPARE(m_bar->model()->rowCount(), 2);
+        QCOMPARE(m_bar->model()->headerData(0, Qt::Horizontal).toString(), u""_s);
+        QCOMPARE(m_bar->model()->headerData(1, Qt::Horizontal).toString(), u"Customers"_s);
+    }
+
+    void visibility_data() {
+        QTest::addColumn<QString>("initial"); // check marks of ACME, Bolt
+        QTest::addColumn<QString>("command"); // "box", "name", or a menu action
+        QTest::addColumn<int>("row");         // the row clicked; -1 below the rows
+        QTest::addColumn<QString>("marks");
+        QTest::addColumn<QString>("projects");
+        QTest::newRow("box hides") << u"11"_s << u"box"_s << 0 << u"01"_s << u"Beta, Gamma"_s;
+        QTest::newRow("box shows")
+            << u"10"_s << u"box"_s << 1 << u"11"_s << u"Alpha, Beta, Gamma"_s;
+        QTest::newRow("name leaves it")
+            << u"11"_s << u"name"_s << 0 << u"11"_s << u"Alpha, Beta, Gamma"_s;
+        QTest::newRow("check none keeps projects without customer")
+            << u"11"_s << u"checkNone:"_s << -1 << u"00"_s << u"Beta"_s;
+        QTest::newRow("check all")
+            << u"00"_s << u"checkAll:"_s << -1 << u"11"_s << u"Alpha, Beta, Gamma"_s;
+        QTest::newRow("check others")
+            << u"00"_s << u"checkOthers:"_s << 1 << u"10"_s << u"Alpha, Beta"_s;
+        QTest::newRow("uncheck others")
+            << u"11"_s << u"uncheckOthers:"_s << 0 << u"10"_s << u"Alpha, Beta"_s;
+    }
+
+    // The check boxes decide which projects the list shows.
+    void visibility() {
+        QFETCH(QString, initial);
+        QFETCH(QString, command);
+        QFETCH(int, row);
+        QFETCH(QString, marks);
+        QFETCH(QString, projects);
+        CustomerStorage &customers = m_fixture->customers;
+        for (int i = 0; i < 2; ++i)
+            customers.customerWithIndex(i)->setVisible(initial[i] == u'1');
+        customers.update();
+        const QPoint point = cellCenter(row, command == u"box" ? 0 : 1);
+        if (command == u"box" || command == u"name") {
+            QTest::mouseClick(m_bar->table()->viewport(), Qt::LeftButton, {}, point);
+        } else {
+            QMenu *menu = m_bar->menuForEvent(point);
+            auto *action = menu->findChild<QAction *>(command);
+            QVERIFY(action && action->isEnabled());
+            action->trigger();
+        }
+        QCOMPARE(checkMarks(customers), marks);
+        QCOMPARE(namesOf(m_fixture->collection.visibleProjects()), projects);
+        // The change is in the file at once.
+        CustomerStorage reloaded(customers.customersPath(), m_fixture->collection,
+                                 m_fixture->preferences);
+        reloaded.loadCustomers();
+        QCOMPARE(checkMarks(reloaded), marks);
+    }
+
+    void menuNeedsSelection_data() {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<bool>("enabled");
+        QTest::newRow("on a row") << 1 << true;
+        QTest::newRow("below the rows") << -1 << false;
+    }
+
+    // Check others, uncheck others, edit and delete need a selected customer; check all and none
+    // do not. A click below the rows clears the selection.
+    void menuNeedsSelection() {
+        QFETCH(int, row);
+        QFETCH(bool, enabled);
+        m_bar->setCurrentCustomer(1);
+        QMenu *menu = m_bar->menuForEvent(cellCenter(row, 1));
+        QCOMPARE(m_bar->selectedCustomerIndex(), row);
+        for (const QString &name :
+             {u"checkOthers:"_s, u"uncheckOthers:"_s, u"editCustomer:"_s, u"deleteCustomer:"_s})
+            QCOMPARE(menu->findChild<QAction *>(name)->isEnabled(), enabled);
+        for (const QString &name : {u"checkAll:"_s, u"checkNone:"_s})
+            QVERIFY(menu->findChild<QAction *>(name)->isEnabled());
+    }
+
+    void checkBoxColour_data() {
+        QTest::addColumn<QColor>("color");
+        QTest::addColumn<bool>("visible");
+        QTest::addColumn<QColor>("mark");
+        QTest::newRow("red, checked") << QColor(Qt::red) << true << QColor(Qt::white);
+        QTest::newRow("yellow, checked") << QColor(Qt::yellow) << true << QColor(0x20, 0x20, 0x20);
+        QTest::newRow("navy, unchecked") << QColor(0, 0, 128) << false << QColor();
+    }
+
+    // The check box is drawn in the customer's colour, with a check mark that stands out from
+    // it only while the customer's projects are shown.
+    void checkBoxColour() {
+        QFETCH(QColor, color);
+        QFETCH(bool, visible);
+        QFETCH(QColor, mark);
+        const Customer::Pointer bolt = m_fixture->customers.customerWithID(2);
+        bolt->setColor(color);
+        bolt->setVisible(visible);
+        const QIcon icon =
+            m_bar->model()->data(m_bar->model()->index(1, 0), Qt::DecorationRole).value<QIcon>();
+        const QImage box = icon.pixmap(QSize(16, 16)).toImage();
+        // A selected row shows the same colours.
+        QCOMPARE(icon.pixmap(QSize(16, 16), QIcon::Selected).toImage(), box);
+        const qreal ratio = box.devicePixelRatio();
+        QCOMPARE(box.size(), QSize(16, 16) * ratio);
+        // Below the gloss, left of the mark: the colour itself.
+        const QColor body = box.pixelColor(QPoint(4, 12) * ratio);
+        QVERIFY2(distance(body, color) < 60, qPrintable(body.name()));
+        // On the long stroke of the check mark.
+        const QColor corner = box.pixelColor(QPoint(9, 7) * ratio);
+        if (visible)
+            QVERIFY2(distance(corner, mark) < 40, qPrintable(corner.name()));
+        else
+            QVERIFY2(distance(corner, color) < 60, qPrintable(corner.name()));
+    }
+
+    // Choosing a customer shows its details; so does a click on its name. The main window making
+    // the selected project's customer current does not.
+    void selectionShowsDetails() {
+        QSignalSpy selected(m_bar, &CustomerSideBar::customerSelected);
+        QTest::mouseClick(m_bar->table()->viewport(), Qt::LeftButton, {}, cellCenter(1, 1));
+        QVERIFY(!selected.isEmpty());
+        QCOMPARE(selected.last().at(0).value<Customer::Pointer>()->name(), u"Bolt"_s);
+        selected.clear();
+        QTest::mouseClick(m_bar->table()->viewport(), Qt::LeftButton, {}, cellCenter(1, 1));
+        QCOMPARE(selected.size(), 1);
+
+        m_bar->showProject(m_fixture->alpha.get());
+        QCOMPARE(m_bar->selectedCustomer()->name(), u"ACME"_s);
+        QCOMPARE(m_bar->dropBox()->project(), m_fixture->alpha);
+        m_bar->showProject(m_fixture->beta.get());
+        QCOMPARE(m_bar->selectedCustomer()->name(), u"ACME"_s);
+        m_bar->setCurrentCustomer(2);
+        QCOMPARE(m_bar->selectedCustomer()->name(), u"Bolt"_s);
+        QCOMPARE(selected.size(), 1);
+
+        QTest::mouseClick(m_bar->table()->viewport(), Qt::LeftButton, {}, cellCenter(-1, 1));
+        QCOMPARE(selected.size(), 2);
+        QVERIFY(!selected.last().at(0).value<Customer::Pointer>());
+        QVERIFY(!m_bar->findChild<QToolButton *>(u"removeCustomerButton"_s)->isEnabled());
+    }
+
+    // A double click opens the sheet on the customer; the edit renames it in place (not undoable)
+    // and shows its details. The selection survives the list being read again.
+    void doubleClickEdits() {
+        QSignalSpy selected(m_bar, &CustomerSideBar::customerSelected);
+        QTest::mouseClick(m_bar->table()->viewport(), Qt::LeftButton, {}, cellCenter(1, 1));
+        QTest::mouseDClick(m_bar->table()->viewport(), Qt::LeftButton, {}, cellCenter(1, 1));
+        CustomerSheetDialog *sheet = m_bar->sheet();
+        QVERIFY(sheet->isVisible());
+        QCOMPARE(sheet->windowTitle(), u"edit customer"_s);
+        auto *name = SheetFixture::control<QLineEdit>(*sheet, u"customerNameTextField"_s);
+        QCOMPARE(name->text(), u"Bolt"_s);
+        SheetFixture::type(name, u"Acorn"_s);
+        QTest::keyClick(name, Qt::Key_Return);
+        QVERIFY(!sheet->isVisible());
+        QCOMPARE(m_fixture->customers.customerWithID(2)->name(), u"Acorn"_s);
+        QCOMPARE(m_fixture->customers.customerWithIndex(1)->name(), u"Acorn"_s);
+        QCOMPARE(m_bar->selectedCustomer()->customerID(), 2);
+        QCOMPARE(selected.last().at(0).value<Customer::Pointer>()->name(), u"Acorn"_s);
+        QCOMPARE(m_fixture->collection.undoStack()->count(), 0);
+    }
+
+    // + creates a customer through the sheet and selects it; − deletes the selected one and its
+    // projects lose it; undo brings both back in turn.
+    void addAndRemove() {
+        auto *add = m_bar->findChild<QToolButton *>(u"addCustomerButton"_s);
+        auto *remove = m_bar->findChild<QToolButton *>(u"removeCustomerButton"_s);
+        QVERIFY(!remove->isEnabled());
+        QTest::mouseClick(add, Qt::LeftButton);
+        QCOMPARE(m_bar->sheet()->windowTitle(), u"new customer"_s);
+        auto *name = SheetFixture::control<QLineEdit>(*m_bar->sheet(), u"customerNameTextField"_s);
+        SheetFixture::type(name, u"Apex"_s);
+        QTest::keyClick(name, Qt::Key_Return);
+        QCOMPARE(m_fixture->customers.customerWithIndex(0)->name(), u"ACME"_s);
+        QCOMPARE(m_bar->selectedCustomer()->name(), u"Apex"_s);
+        QCOMPARE(m_bar->selectedCustomer()->customerID(), 3);
+        QVERIFY(remove->isEnabled());
+        QUndoStack *undo = m_fixture->collection.undoStack();
+        QCOMPARE(undo->undoText(), u"Create customer"_s);
+
+        m_bar->setCurrentCustomer(2);
+        QTest::mouseClick(remove, Qt::LeftButton);
+        QVERIFY(!m_fixture->customers.customerWithID(2));
+        QCOMPARE(m_bar->model()->rowCount(), 2);
+        QCOMPARE(m_fixture->collection.projectWithName(u"Gamma"_s)->customer(), -1);
+        QCOMPARE(undo->undoText(), u"Delete customer"_s);
+        undo->undo();
+        QCOMPARE(m_fixture->customers.customerWithID(2)->name(), u"Bolt"_s);
+        QCOMPARE(m_fixture->collection.projectWithName(u"Gamma"_s)->customer(), 2);
+        undo->undo();
+        QVERIFY(!m_fixture->customers.customerWithID(3));
+    }
+
+    // A customer is dragged out as its id under the project list's customer type, and the
+    // project list takes it: the project gets the customer.
+    void dragCustomerOntoProject() {
+        QMimeData *data = m_bar->model()->mimeData({m_bar->model()->index(1, 1)});
+        QVERIFY(data);
+        QCOMPARE(data->formats(),
+                 QStringList{u"application/x-hourfold-DragDropCustomerPboardType"_s});
+        QCOMPARE(data->data(u"application/x-hourfold-DragDropCustomerPboardType"_s),
+                 QByteArray("2"));
+        QCOMPARE(m_bar->model()->supportedDragActions(), Qt::CopyAction);
+        // Dropped back on the table it does nothing.
+        QVERIFY(!dragOnto(m_bar->table()->viewport(), *data, cellCenter(0, 1)).dropped);
+
+        ProjectListModel list(m_fixture->collection, m_fixture->preferences, m_fixture->currency);
+        const QModelIndex beta = list.index(1, 0);
+        QCOMPARE(list.projectAt(beta), m_fixture->beta);
+        QVERIFY(list.dropMimeData(data, Qt::CopyAction, -1, -1, beta));
+        QCOMPARE(m_fixture->beta->customer(), 2);
+        delete data;
+    }
+
+    void cardDrops_data() {
+        QTest::addColumn<QString>("form"); // the MIME type, or the suffix of the files
+        QTest::addColumn<QList<QByteArray>>("cards");
+        QTest::addColumn<QString>("customers");
+        QTest::addColumn<QSize>("picture"); // of the first new customer
+        QTest::addColumn<QString>("selected");
+        QTest::newRow("3.0 with photo")
+            << u"text/vcard"_s << QList<QByteArray>{card30WithPhoto()} << u"ACME, Bolt, Jane Doe"_s
+            << QSize(40, 30) << u"Jane Doe"_s;
+        QTest::newRow("4.0 with photo")
+            << u"text/x-vcard"_s << QList<QByteArray>{card40WithPhoto()}
+            << u"ACME, Bolt, Max Mustermann"_s << QSize(24, 24) << u"Max Mustermann"_s;
+        QTest::newRow("organisation only, file")
+            << u"vcf"_s << QList<QByteArray>{organisationCard()} << u"ACME, Bolt, Globex Ltd"_s
+            << QSize() << u"Globex Ltd"_s;
+        QTest::newRow("two files")
+            << u"vcf"_s << QList<QByteArray>{card40WithPhoto(), organisationCard()}
+            << u"ACME, Bolt, Globex Ltd, Max Mustermann"_s << QSize(24, 24) << u"Max Mustermann"_s;
+        QTest::newRow("no card") << u"text/vcard"_s << QList<QByteArray>{"hello"} << u"ACME, Bolt"_s
+                                 << QSize() << QString();
+        QTest::newRow("card in a file of another kind")
+            << u"txt"_s << QList<QByteArray>{organisationCard()} << u"ACME, Bolt"_s << QSize()
+            << QString();
+    }
+
+    // Address cards dropped on the table become customers, as one undo step; the first new one
+    // is selected. Files that are no card files are refused.
+    void cardDrops() {
+        QFETCH(QString, form);
+        QFETCH(QList<QByteArray>, cards);
+        QFETCH(QString, customers);
+        QFETCH(QSize, picture);
+        QFETCH(QString, selected);
+        QMimeData data;
+        if (!form.contains(u'/')) {
+            QList<QUrl> urls;
+            for (int i = 0; i < cards.size(); ++i) {
+                const QString path = m_fixture->folder.filePath(u"card%1.%2"_s.arg(i).arg(form));
+                QFile file(path);
+                QVERIFY(file.open(QIODevice::WriteOnly) && file.write(cards[i]) > 0);
+                urls << QUrl::fromLocalFile(path);
+            }
+            data.setUrls(urls);
+        } else {
+            data.setData(form, cards.first());
+        }
+        const bool cardFile = form != u"txt";
+        if (selected.isEmpty() && cardFile)
+            QTest::ignoreMessage(QtWarningMsg, "the dropped data holds no address card");
+        QCOMPARE(dragOnto(m_bar->table()->viewport(), data, cellCenter(-1, 1)).dropped,
+                 !selected.isEmpty());
+        QStringList names;
+        for (const auto &customer : m_fixture->customers.customers())
+            names << customer->name();
+        QCOMPARE(names.join(u", "_s), customers);
+        if (selected.isEmpty())
+            return;
+        QCOMPARE(m_bar->selectedCustomer()->name(), selected);
+        QCOMPARE(m_fixture->customers.customerWithID(3)->customerImage().size(),
+                 picture.isValid() ? picture : QSize(0, 0));
+        m_fixture->collection.undoStack()->undo();
+        QCOMPARE(m_fixture->customers.count(), 2);
+    }
+
+    // Collapsing the side bar is kept in "isDropBoxHidden" and comes back at the next start.
+    void hiding() {
+        QSignalSpy changed(m_bar, &CustomerSideBar::dropBoxHiddenChanged);
+        m_bar->toggleDropBox();
+        QVERIFY(m_bar->isDropBoxHidden() && !m_bar->isVisible());
+        QVERIFY(m_fixture->preferences.boolForKey(u"isDropBoxHidden"));
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.last().at(0).toBool(), true);
+
+        QWidget window;
+        CustomerSideBar next(m_fixture->customers, m_fixture->collection, m_fixture->preferences,
+                             m_fixture->user, &window);
+        QVERIFY(!next.isDropBoxHidden());
+        next.restoreDropBoxState();
+        QVERIFY(next.isDropBoxHidden());
+        window.show();
+        QVERIFY(!next.isVisible());
+
+        m_bar->showDropBox();
+        QVERIFY(m_bar->isVisible());
+        QVERIFY(!m_fixture->preferences.boolForKey(u"isDropBoxHidden"));
+        QCOMPARE(changed.last().at(0).toBool(), false);
+    }
+
+private:
+    // The centre of the cell; a row of -1 is below the last row.
+    QPoint cellCenter(int row, int column) const {
+        QTableView *table = m_bar->table();
+        if (row < 0)
+            return QPoint(table->columnViewportPosition(column) + 10,
+                          table->viewport()->height() - 10);
+        return table->visualRect(table->model()->index(row, column)).center();
+    }
+
+    std::unique_ptr<SheetFixture> m_fixture;
+    CustomerSideBar *m_bar = nullptr;
+};
+
+QTEST_MAIN(TestCustomerSideBar)
+#include "tst_customersidebar.moc"

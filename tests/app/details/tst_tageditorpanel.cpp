@@ -1,0 +1,150 @@
+#include "app/SheetFixture.h"
+
+#include "details/TagEditorPanel.h"
+#include "editors/FlatFeeSheet.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QCompleter>
+#include <QLineEdit>
+#include <QTest>
+
+namespace {
+
+QStringList offered(QCompleter *completer) {
+    QStringList names;
+    if (!completer->popup()->isVisible())
+        return names;
+    for (int row = 0; row < completer->completionModel()->rowCount(); ++row)
+        names << completer->completionModel()->index(row, 0).data().toString();
+    return names;
+}
+
+} // namespace
+
+// The tag editor and the completion of tag names, on the fixture's tags "Work", "work", "Web".
+class TestTagEditorPanel : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() {
+        m_fixture = std::make_unique<SheetFixture>();
+        m_panel = std::make_unique<TagEditorPanel>(m_fixture->tags, &m_fixture->window);
+        m_panel->openTagsEditor();
+        QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
+        m_field = SheetFixture::control<QLineEdit>(*m_panel, u"editorTokenField"_s);
+    }
+    void cleanup() {
+        m_panel.reset();
+        m_fixture.reset();
+    }
+
+    // The field shows the whole list, and the names other fields add as they come.
+    void showsTheList() {
+        QCOMPARE(m_field->text(), u"Work,work,Web"_s);
+        m_fixture->tags.addTagsFromString(u"home"_s);
+        QCOMPARE(m_field->text(), u"Work,work,Web,home"_s);
+    }
+
+    void endOfEditing_data() {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("ending");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("a name deleted")
+            << u"Work,Web"_s << u"return"_s << QStringList{u"Work"_s, u"Web"_s};
+        QTest::newRow("repeats once, blanks kept")
+            << u"b,x,b, b"_s << u"return"_s << QStringList{u"b"_s, u"x"_s, u" b"_s};
+        QTest::newRow("emptied: one empty name") << QString() << u"return"_s << QStringList{{}};
+        QTest::newRow("window closed")
+            << u"work,new"_s << u"close"_s << QStringList{u"work"_s, u"new"_s};
+        QTest::newRow("main window activated") << u"new"_s << u"leave"_s << QStringList{u"new"_s};
+    }
+    // However editing ends, the list becomes exactly the field's names, in the file too.
+    void endOfEditing() {
+        QFETCH(QString, typed);
+        QFETCH(QString, ending);
+        QFETCH(QStringList, expected);
+        SheetFixture::type(m_field, typed);
+        QCOMPARE(m_fixture->tags.tags(), (QStringList{u"Work"_s, u"work"_s, u"Web"_s}));
+        if (ending == u"return")
+            QTest::keyClick(m_field, Qt::Key_Return);
+        else if (ending == u"close")
+            m_panel->close();
+        else
+            QApplication::setActiveWindow(&m_fixture->window);
+        QCOMPARE(m_fixture->tags.tags(), expected);
+        QCOMPARE(m_field->text(), expected.join(u','));
+        TagStorage reloaded(m_fixture->tags.tagsPath());
+        QVERIFY(reloaded.loadTags());
+        QCOMPARE(reloaded.tags(), expected);
+        // The records keep the names the list has lost.
+        QCOMPARE(m_fixture->alpha->tags(), u"web"_s);
+    }
+
+    void completion_data() {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("offers");
+        QTest::addColumn<QString>("chosen");
+        QTest::newRow("prefix, upper case")
+            << u"sheet"_s << u"W"_s << QStringList{u"Work"_s, u"Web"_s} << u"Web"_s;
+        QTest::newRow("prefix, lower case")
+            << u"sheet"_s << u"w"_s << QStringList{u"work"_s} << u"work"_s;
+        QTest::newRow("the name after the comma")
+            << u"sheet"_s << u"x,Wo"_s << QStringList{u"Work"_s} << u"x,Work"_s;
+        QTest::newRow("no such prefix") << u"sheet"_s << u"Wx"_s << QStringList() << QString();
+        QTest::newRow("a whole name") << u"sheet"_s << u"Work"_s << QStringList() << QString();
+        QTest::newRow("tag editor")
+            << u"editor"_s << u"Web,wo"_s << QStringList{u"work"_s} << u"Web,work"_s;
+    }
+    // The name being typed is completed from the known names that start with it, upper and lower
+    // case apart, in the flat-fee sheet as in the tag editor.
+    void completion() {
+        QFETCH(QString, field);
+        QFETCH(QString, typed);
+        QFETCH(QStringList, offers);
+        QFETCH(QString, chosen);
+        FlatFeeSheet sheet(m_fixture->collection, m_fixture->tags, m_fixture->currency,
+                           &m_fixture->window);
+        QLineEdit *tags = m_field;
+        if (field == u"sheet") {
+            m_panel->close();
+            sheet.newFlatFee(m_fixture->alpha);
+            QVERIFY(QTest::qWaitForWindowActive(&sheet));
+            tags = SheetFixture::control<QLineEdit>(sheet, u"flatFeeTokenField"_s);
+        }
+        SheetFixture::type(tags, typed);
+        QCompleter *completer = tags->findChild<QCompleter *>();
+        QCOMPARE(offered(completer), offers);
+        if (offers.isEmpty())
+            return;
+        QTest::keyClick(completer->popup(), Qt::Key_Down);
+        for (qsizetype row = 0; row < offers.indexOf(chosen.section(u',', -1)); ++row)
+            QTest::keyClick(completer->popup(), Qt::Key_Down);
+        QTest::keyClick(completer->popup(), Qt::Key_Return);
+        QCOMPARE(tags->text(), chosen);
+        QCOMPARE(tags->cursorPosition(), chosen.size());
+    }
+
+    // A name is completed as a whole, also when typed into its middle.
+    void completionReplacesTheName() {
+        SheetFixture::type(m_field, u"Work,Wxyz"_s);
+        m_field->setCursorPosition(6);
+        QTest::keyClicks(m_field, u"e"_s);
+        QCompleter *completer = m_field->findChild<QCompleter *>();
+        QCOMPARE(offered(completer), QStringList{u"Web"_s});
+        QTest::keyClick(completer->popup(), Qt::Key_Down);
+        QTest::keyClick(completer->popup(), Qt::Key_Return);
+        QCOMPARE(m_field->text(), u"Work,Web"_s);
+        // Choosing is no end of editing: the list is as it was until the field ends.
+        QCOMPARE(m_fixture->tags.tags(), (QStringList{u"Work"_s, u"work"_s, u"Web"_s}));
+    }
+
+private:
+    std::unique_ptr<SheetFixture> m_fixture;
+    std::unique_ptr<TagEditorPanel> m_panel;
+    QLineEdit *m_field = nullptr;
+};
+
+QTEST_MAIN(TestTagEditorPanel)
+#include "tst_tageditorpanel.moc"

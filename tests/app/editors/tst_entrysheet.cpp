@@ -1,0 +1,451 @@
+#include "core/model/ModelFixtures.h"
+#include "support/ScriptedUser.h"
+
+#include "TimeControlWidget.h"
+#include "editors/EntrySheet.h"
+#include "editors/PauseEditorView.h"
+#include "editors/PauseTableModel.h"
+#include "model/LocalTimeFormat.h"
+#include "model/ProjectCollection.h"
+#include "platform/LocaleFormat.h"
+#include "stores/TagStorage.h"
+
+#include <QAbstractItemModelTester>
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+
+class TestEntrySheet;
+using Drive = std::function<void(TestEntrySheet &)>;
+Q_DECLARE_METATYPE(Drive)
+
+namespace {
+
+QDateTime on2nd(int hour, int minute) {
+    return QDateTime(QDate(2026, 11, 2), QTime(hour, minute));
+}
+
+// What a test needs to know of an entry, in one line.
+QString summary(const Entry &entry) {
+    QString text;
+    if (!entry.hasPeriod())
+        text = u"day "_s + entry.date() + u' ' + QString::number(entry.storedMinutes());
+    else if (entry.isWorking())
+        text = entry.fromDate() + u' ' + entry.fromTime() + u" - running"_s;
+    else
+        text = entry.fromDate() + u' ' + entry.fromTime() + u" - "_s + entry.toDate() + u' ' +
+               entry.toTime() + u' ' + QString::number(entry.storedMinutes());
+    if (!entry.comment().isEmpty() || !entry.tags().isEmpty())
+        text += u" ["_s + entry.comment() + u'|' + entry.tags() + u']';
+    if (!entry.pauseEntries().isEmpty())
+        text += u" pauses "_s + QString::number(entry.pauseEntries().size());
+    return text;
+}
+
+} // namespace
+
+class TestEntrySheet : public QObject {
+    Q_OBJECT
+
+public:
+    template <typename T> T *find(const QString &name) {
+        T *widget = m_sheet->findChild<T *>(name);
+        if (!widget)
+            qFatal("no control %s", qPrintable(name));
+        return widget;
+    }
+    TimeControlWidget *timeControl(const QString &name) { return find<TimeControlWidget>(name); }
+    void click(const QString &name) { find<QAbstractButton>(name)->click(); }
+    // Types into a field of a time control and moves on with Tab.
+    void type(const QString &control, int field, const QString &text) {
+        TimeControlWidget *widget = timeControl(control);
+        QTest::mouseClick(widget, Qt::LeftButton, {}, widget->fieldRect(field).center());
+        QTest::keyClicks(widget, text);
+        QTest::keyClick(widget, Qt::Key_Tab);
+    }
+    void step(const QString &control, int field, Qt::Key key, int times = 1) {
+        TimeControlWidget *widget = timeControl(control);
+        QTest::mouseClick(widget, Qt::LeftButton, {}, widget->fieldRect(field).center());
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(widget, key);
+    }
+    void setDate(const QString &picker, QDate date) { find<QDateEdit>(picker)->setDate(date); }
+    QString projectSummary() const {
+        QStringList entries;
+        for (const auto &item : m_project->entries())
+            entries << summary(static_cast<const Entry &>(*item));
+        return entries.join(u"; "_s);
+    }
+    QString time(const QString &control) {
+        const WBTimeControl &logic = timeControl(control)->control();
+        return StoredForms::timeText(logic.hour(), logic.minute());
+    }
+    std::shared_ptr<Entry> addToProject(const std::shared_ptr<Entry> &entry) {
+        m_collection->addEntry(entry, m_project);
+        m_collection->undoStack()->clear();
+        return entry;
+    }
+    // The entry's sheet in the state the test needs.
+    void open(const QString &how) {
+        if (how == u"new")
+            m_sheet->newEntry(m_project);
+        else if (how == u"edit running")
+            m_sheet->editEntry(addToProject(periodEntry(on2nd(8, 0))));
+        else if (how == u"edit finished")
+            m_sheet->editEntry(addToProject(periodEntry(on2nd(8, 0), on2nd(12, 0))));
+        else
+            m_sheet->editEntry(addToProject(dayEntry(u"30.10.2026"_s, 90)));
+        QVERIFY(QTest::qWaitForWindowActive(m_sheet));
+    }
+
+private slots:
+    void initTestCase() {
+        QStandardPaths::setTestModeEnabled(true);
+        LocalTimeFormat::setFormat(u"%I:%M %p"_s, u"en_US.UTF-8"_s);
+        LocaleFormat::setDateLocale(u"en_US"_s);
+    }
+
+    void init() {
+        Clock::setNow(on2nd(11, 2));
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_preferences = std::make_unique<Preferences>(m_folder->filePath(u"p.conf"_s));
+        Preferences::setShared(m_preferences.get());
+        m_collection = std::make_unique<ProjectCollection>(*m_preferences);
+        // Rounding nothing, with the step a new project gets: the clock controls snap to it.
+        m_project = std::make_shared<Project>(u"Alpha"_s, QString(), 50.0f, 0, 5, 0, -1, QString());
+        m_collection->addProject(m_project);
+        m_collection->undoStack()->clear();
+        m_tags = std::make_unique<TagStorage>(m_folder->filePath(u"tags.plist"_s));
+        m_window = std::make_unique<QWidget>();
+        m_window->resize(800, 600);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+        m_user = ScriptedUser();
+        m_sheet =
+            new EntrySheet(*m_collection, *m_preferences, m_user, m_tags.get(), m_window.get());
+    }
+
+    void cleanup() {
+        m_window.reset();
+        m_collection.reset();
+        Preferences::setShared(nullptr);
+    }
+
+    void scenarios_data() {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<Drive>("drive");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<QStringList>("alerts");
+        QTest::newRow("new day entry") << u"new"_s << Drive([](TestEntrySheet &t) {
+            t.setDate(u"dayDatePicker"_s, QDate(2026, 10, 30));
+            t.type(u"timeTimeCtrl"_s, 0, u"7"_s);
+            t.type(u"timeTimeCtrl"_s, 1, u"30"_s);
+            QTest::keyClicks(t.find<QPlainTextEdit>(u"commentTextBox"_s), u"Notes"_s);
+            QTest::keyClicks(t.find<QLineEdit>(u"timerTokenField"_s), u"Work"_s);
+        }) << u"day 30.10.2026 450 [Notes|Work]"_s
+                                       << u"Add Entry"_s << QStringList();
+        QTest::newRow("new period") << u"new"_s << Drive([](TestEntrySheet &t) {
+            t.click(u"periodModeButton"_s);
+            t.step(u"toTimeCtrl"_s, 0, Qt::Key_Down);
+        }) << u"02.11.2026 09:00 - 02.11.2026 16:00 420"_s
+                                    << u"Add Entry"_s << QStringList();
+        QTest::newRow("period across midnight") << u"new"_s << Drive([](TestEntrySheet &t) {
+            t.click(u"periodModeButton"_s);
+            t.setDate(u"toDatePicker"_s, QDate(2026, 11, 3));
+            t.type(u"toTimeCtrl"_s, 0, u"1"_s);
+            t.type(u"toTimeCtrl"_s, 3, u"a"_s);
+        }) << u"02.11.2026 09:00 - 03.11.2026 01:00 960"_s
+                                                << u"Add Entry"_s << QStringList();
+        QTest::newRow("running entry started in the sheet (rounded to the project's step)")
+            << u"new"_s << Drive([](TestEntrySheet &t) {
+                   t.click(u"periodModeButton"_s);
+                   t.click(u"startButton"_s);
+               })
+            << u"02.11.2026 11:00 - running"_s << u"Add Entry"_s << QStringList();
+        QTest::newRow("reversed period") << u"new"_s << Drive([](TestEntrySheet &t) {
+            t.click(u"periodModeButton"_s);
+            t.setDate(u"toDatePicker"_s, QDate(2026, 11, 3));
+            t.type(u"fromTimeCtrl"_s, 0, u"8"_s);
+            t.type(u"fromTimeCtrl"_s, 3, u"p"_s);
+            t.setDate(u"toDatePicker"_s, QDate(2026, 11, 2));
+        }) << QString() << QString() << QStringList{u"Date range error."_s};
+        QTest::newRow("stopped in the sheet")
+            << u"edit running"_s << Drive([](TestEntrySheet &t) { t.click(u"stopButton"_s); })
+            << u"02.11.2026 08:00 - 02.11.2026 11:00 180"_s << u"Edit Entry"_s << QStringList();
+        QTest::newRow("editing a running entry keeps it running")
+            << u"edit running"_s << Drive([](TestEntrySheet &t) {
+                   QTest::keyClicks(t.find<QPlainTextEdit>(u"commentTextBox"_s), u"late"_s);
+               })
+            << u"02.11.2026 08:00 - running [late|]"_s << u"Edit Entry"_s << QStringList();
+        QTest::newRow("a finished period becomes a day entry")
+            << u"edit finished"_s
+            << Drive([](TestEntrySheet &t) { t.click(u"durationModeButton"_s); })
+            << u"day 02.11.2026 480"_s << u"Edit Entry"_s << QStringList();
+    }
+    // Each way through the sheet ends in the document as one undoable step (or none), which
+    // undo takes back and redo repeats.
+    void scenarios() {
+        QFETCH(QString, how);
+        QFETCH(Drive, drive);
+        QFETCH(QString, expected);
+        QFETCH(QString, action);
+        open(how);
+        const QString before = projectSummary();
+        drive(*this);
+        find<QPushButton>(u"entryAcceptButton"_s)->click();
+        QVERIFY(!m_sheet->isVisible());
+        QTEST(m_user.messages(), "alerts");
+        QUndoStack &undo = *m_collection->undoStack();
+        QCOMPARE(undo.undoText(), action);
+        if (action.isEmpty()) {
+            QCOMPARE(projectSummary(), before);
+            return;
+        }
+        QCOMPARE(projectSummary(), expected);
+        undo.undo();
+        QCOMPARE(projectSummary(), before);
+        undo.redo();
+        QCOMPARE(projectSummary(), expected);
+    }
+
+    void enabling_data() {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<Drive>("drive");
+        QTest::addColumn<QString>("enabled"); // and visible
+        QTest::addColumn<QString>("title");
+        const Drive none = [](TestEntrySheet &) {};
+        QTest::newRow("new, day and duration")
+            << u"new"_s << none << u"dayDatePicker timeTimeCtrl"_s << u"new entry / Create"_s;
+        QTest::newRow("new, period")
+            << u"new"_s << Drive([](TestEntrySheet &t) { t.click(u"periodModeButton"_s); })
+            << u"fromDatePicker fromTimeCtrl toDatePicker toTimeCtrl startButton "
+               "timerPauseEditorButton"_s
+            << u"new entry / Create"_s;
+        QTest::newRow("started") << u"new"_s << Drive([](TestEntrySheet &t) {
+            t.click(u"periodModeButton"_s);
+            t.click(u"startButton"_s);
+        }) << u"fromDatePicker fromTimeCtrl stopButton timerPauseEditorButton"_s
+                                 << u"new entry / Create"_s;
+        QTest::newRow("running entry") << u"edit running"_s << none
+                                       << u"fromDatePicker fromTimeCtrl stopButton "
+                                          "timerPauseEditorButton"_s
+                                       << u"edit entry / Accept"_s;
+        QTest::newRow("stopped entry")
+            << u"edit running"_s << Drive([](TestEntrySheet &t) { t.click(u"stopButton"_s); })
+            << u"fromDatePicker fromTimeCtrl toDatePicker toTimeCtrl timerPauseEditorButton"_s
+            << u"edit entry / Accept"_s;
+        QTest::newRow("finished entry") << u"edit finished"_s << none
+                                        << u"fromDatePicker fromTimeCtrl toDatePicker toTimeCtrl "
+                                           "timerPauseEditorButton"_s
+                                        << u"edit entry / Accept"_s;
+        QTest::newRow("day entry")
+            << u"edit day"_s << none << u"dayDatePicker timeTimeCtrl"_s << u"edit entry / Accept"_s;
+    }
+    void enabling() {
+        QFETCH(QString, how);
+        QFETCH(Drive, drive);
+        open(how);
+        drive(*this);
+        QStringList enabled;
+        for (const QString &name :
+             {u"dayDatePicker"_s, u"timeTimeCtrl"_s, u"fromDatePicker"_s, u"fromTimeCtrl"_s,
+              u"toDatePicker"_s, u"toTimeCtrl"_s, u"startButton"_s, u"stopButton"_s,
+              u"timerPauseEditorButton"_s}) {
+            const QWidget *widget = find<QWidget>(name);
+            if (widget->isEnabled() && widget->isVisible())
+                enabled << name;
+        }
+        QTEST(enabled.join(u' '), "enabled");
+        QTEST(QString(m_sheet->windowTitle() + u" / "_s +
+                      find<QPushButton>(u"entryAcceptButton"_s)->text()),
+              "title");
+        const bool period = find<QRadioButton>(u"periodModeButton"_s)->isChecked();
+        QCOMPARE(find<QLabel>(u"totalEntryTimeTextField"_s)->isEnabled(), period);
+    }
+
+    // A running entry's sheet shows "to" at now; the totals count only the pauses inside the
+    // shown period, while the pause label shows them all.
+    void runningEntryShowsNowAndClippedTotals() {
+        auto entry = periodEntry(on2nd(8, 0));
+        entry->setPauseEntries({std::make_shared<PauseEntry>(on2nd(7, 0), on2nd(8, 30)),
+                                std::make_shared<PauseEntry>(on2nd(9, 0), on2nd(9, 10))});
+        m_sheet->editEntry(addToProject(entry));
+        QCOMPARE(time(u"toTimeCtrl"_s), u"11:02"_s);
+        QCOMPARE(find<QLabel>(u"totalEntryTimeTextField"_s)->text(), u"02:22"_s);
+        QCOMPARE(find<QLabel>(u"pauseTimeTextField"_s)->text(), u"01:40"_s);
+    }
+
+    // Preferences: the proposed duration and first row, and the pause editor's toggle.
+    void preferences() {
+        m_preferences->setObject(QTime(7, 15), u"defaultTime");
+        m_preferences->setObject(1, u"defaultEntryMode");
+        m_sheet->newEntry(m_project);
+        QVERIFY(find<QRadioButton>(u"periodModeButton"_s)->isChecked());
+        QVERIFY(find<QPushButton>(u"entryAcceptButton"_s)->isDefault());
+        QCOMPARE(time(u"timeTimeCtrl"_s), u"07:15"_s);
+        QCOMPARE(find<QLabel>(u"totalEntryTimeTextField"_s)->text(), u"08:00"_s);
+        auto *pauses = find<PauseEditorView>(u"pauseEditor"_s);
+        QVERIFY(pauses->isVisible());
+        click(u"timerPauseEditorButton"_s);
+        QVERIFY(!pauses->isVisible());
+        QCOMPARE(m_preferences->boolForKey(u"isPauseEditorHidden"), true);
+        m_sheet->reject();
+        m_sheet->editEntry(addToProject(periodEntry(on2nd(8, 0), on2nd(9, 0))));
+        QVERIFY(!pauses->isVisible());
+        QCOMPARE(m_collection->undoStack()->count(), 0);
+        QCOMPARE(projectSummary(), u"02.11.2026 08:00 - 02.11.2026 09:00 60"_s);
+    }
+
+    // A time or date that would make the period run backwards beeps and takes the other end.
+    void periodStaysValid() {
+        m_sheet->newEntry(m_project);
+        click(u"periodModeButton"_s);
+        step(u"fromTimeCtrl"_s, 0, Qt::Key_Up, 9);
+        QCOMPARE(time(u"fromTimeCtrl"_s), u"17:00"_s);
+        QCOMPARE(m_user.beeps, 1);
+        type(u"toTimeCtrl"_s, 0, u"3"_s); // 03:00 PM, before 05:00 PM
+        QCOMPARE(time(u"toTimeCtrl"_s), u"17:00"_s);
+        QCOMPARE(m_user.beeps, 2);
+        setDate(u"toDatePicker"_s, QDate(2026, 11, 5));
+        type(u"toTimeCtrl"_s, 0, u"8"_s);
+        setDate(u"fromDatePicker"_s, QDate(2026, 11, 6));
+        QCOMPARE(m_user.beeps, 3);
+        QCOMPARE(find<QDateEdit>(u"fromDatePicker"_s)->date(), QDate(2026, 11, 5));
+        QCOMPARE(time(u"fromTimeCtrl"_s), u"20:00"_s);
+        QCOMPARE(find<QLabel>(u"totalEntryTimeTextField"_s)->text(), u"00:00"_s);
+    }
+
+    // Pauses are added, typed, clamped and deleted as undoable steps; overlapping ones are
+    // marked, drawn red for the selected row, and keep the sheet from closing.
+    void pauseEditor() {
+        m_preferences->setObject(false, u"isPauseEditorHidden");
+        auto entry = addToProject(periodEntry(on2nd(8, 0), on2nd(12, 0)));
+        m_sheet->editEntry(entry);
+        QVERIFY(QTest::qWaitForWindowActive(m_sheet));
+        auto *view = find<PauseEditorView>(u"pauseEditor"_s);
+        QAbstractItemModelTester tester(view->model());
+        QTableView *table = view->table();
+        QUndoStack &undo = *m_collection->undoStack();
+        auto *marker = find<QLabel>(u"conflictImageView"_s);
+        const auto typeCell = [&](int row, int column, const QDateTime &moment) {
+            table->setCurrentIndex(view->model()->index(row, column));
+            table->edit(table->currentIndex());
+            auto *editor = qobject_cast<QLineEdit *>(table->indexWidget(table->currentIndex()));
+            QVERIFY(editor);
+            editor->setText(LocaleFormat::formatPauseMoment(moment));
+            QTest::keyClick(editor, Qt::Key_Return);
+            QCoreApplication::processEvents(); // the table takes the cell over queued
+        };
+
+        click(u"addPauseButton"_s);
+        QCOMPARE(undo.undoText(), u"Add pause entry"_s);
+        QVERIFY(table->indexWidget(view->model()->index(0, 0))); // opened for typing
+        QTest::keyClick(table->indexWidget(view->model()->index(0, 0)), Qt::Key_Escape);
+        typeCell(0, PauseTableModel::FromColumn, on2nd(10, 0));
+        typeCell(0, PauseTableModel::ToColumn, on2nd(13, 0));
+        QCOMPARE(m_user.beeps, 1); // after the entry's end: clamped to it
+        QCOMPARE(undo.undoText(), u"Edit pause entry"_s);
+        QCOMPARE(undo.count(), 3);
+        QCOMPARE(view->model()->data(view->model()->index(0, PauseTableModel::TotalColumn)),
+                 QVariant(u"02:00"_s));
+        QCOMPARE(find<QLabel>(u"totalEntryTimeTextField"_s)->text(), u"02:00"_s);
+        QVERIFY(!marker->isVisible());
+
+        click(u"addPauseButton"_s);
+        typeCell(1, PauseTableModel::ToColumn, on2nd(10, 30)); // 08:00-10:30 overlaps 10:00-12:00
+        QVERIFY(marker->isVisible());
+        table->selectRow(0);
+        QVERIFY(view->model()
+                    ->data(view->model()->index(1, PauseTableModel::FromColumn), Qt::ForegroundRole)
+                    .isValid());
+        QVERIFY(
+            !view->model()
+                 ->data(view->model()->index(0, PauseTableModel::FromColumn), Qt::ForegroundRole)
+                 .isValid());
+        QVERIFY(!view->model()
+                     ->data(view->model()->index(1, PauseTableModel::ConflictColumn),
+                            Qt::DecorationRole)
+                     .value<QIcon>()
+                     .pixmap(16)
+                     .isNull());
+
+        const int before = int(undo.count());
+        find<QPushButton>(u"entryAcceptButton"_s)->click();
+        QVERIFY(m_sheet->isVisible());
+        QCOMPARE(m_user.alerts.size(), 1);
+        QCOMPARE(m_user.alerts.constFirst().message, u"Conflicts in pause entries."_s);
+        QCOMPARE(m_user.alerts.constFirst().informativeText,
+                 u"There are overlapping pause entries."_s);
+        QCOMPARE(m_user.alerts.constFirst().style, UserAlerts::Style::Critical);
+
+        // Text that is no moment keeps the sheet open with a beep.
+        table->setCurrentIndex(view->model()->index(0, PauseTableModel::FromColumn));
+        table->edit(table->currentIndex());
+        qobject_cast<QLineEdit *>(table->indexWidget(table->currentIndex()))->setText(u"soon"_s);
+        find<QPushButton>(u"entryAcceptButton"_s)->click();
+        QVERIFY(m_sheet->isVisible());
+        QCOMPARE(m_user.beeps, 2);
+        QCOMPARE(int(undo.count()), before);
+
+        table->selectRow(1);
+        click(u"deletePauseButton"_s);
+        QCOMPARE(undo.undoText(), u"Delete pause entry"_s);
+        QVERIFY(!marker->isVisible());
+        find<QPushButton>(u"entryAcceptButton"_s)->click();
+        QVERIFY(!m_sheet->isVisible());
+        QCOMPARE(projectSummary(), u"02.11.2026 08:00 - 02.11.2026 12:00 240 pauses 1"_s);
+        undo.undo();
+        undo.undo();
+        QCOMPARE(entry->pauseEntries().size(), 2);
+        QCOMPARE(entry->pauseEntries().at(1)->to(), on2nd(10, 30)); // back at its row
+    }
+
+    // The tag field completes the name being typed from the tag list and adds its names to the
+    // list when editing ends.
+    void tagCompletion() {
+        m_tags->addTagsFromString(u"Work,work,Writing"_s);
+        m_sheet->newEntry(m_project);
+        QVERIFY(QTest::qWaitForWindowActive(m_sheet));
+        auto *field = find<QLineEdit>(u"timerTokenField"_s);
+        QCompleter *completer = field->findChild<QCompleter *>();
+        QVERIFY(completer);
+        field->setFocus();
+        QTest::keyClicks(field, u"home,W"_s);
+        QAbstractItemModel *offered = completer->model();
+        QCOMPARE(offered->rowCount(), 2);
+        QCOMPARE(offered->index(1, 0).data().toString(), u"Writing"_s);
+        QAbstractItemView *popup = completer->popup();
+        QVERIFY(popup->isVisible());
+        popup->setCurrentIndex(offered->index(1, 0));
+        QTest::keyClick(popup, Qt::Key_Return);
+        QCOMPARE(field->text(), u"home,Writing"_s);
+        // The closed list leaves the main window active on this platform: back to the sheet.
+        QApplication::setActiveWindow(m_sheet);
+        field->setFocus();
+        QVERIFY(field->hasFocus());
+        find<QPlainTextEdit>(u"commentTextBox"_s)->setFocus();
+        QCOMPARE(m_tags->tags(), (QStringList{u"Work"_s, u"work"_s, u"Writing"_s, u"home"_s}));
+    }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Preferences> m_preferences;
+    std::unique_ptr<ProjectCollection> m_collection;
+    std::shared_ptr<Project> m_project;
+    std::unique_ptr<TagStorage> m_tags;
+    std::unique_ptr<QWidget> m_window;
+    EntrySheet *m_sheet = nullptr;
+    ScriptedUser m_user;
+};
+
+QTEST_MAIN(TestEntrySheet)
+#include "tst_entrysheet.moc"

@@ -1,0 +1,463 @@
+#include "core/model/ModelFixtures.h"
+#include "support/Files.h"
+#include "support/ScriptedUser.h"
+
+#include "ProjectListModel.h"
+#include "ProjectListView.h"
+#include "customers/CustomerSideBar.h"
+#include "details/AttachmentsPanel.h"
+#include "details/DetailsPane.h"
+#include "editors/EntrySheet.h"
+#include "editors/FlatFeeSheet.h"
+#include "editors/ProjectSheet.h"
+#include "mainwindow/MainWindow.h"
+#include "mainwindow/ProjectController.h"
+#include "mainwindow/QuickFilterBar.h"
+#include "model/ProjectCollection.h"
+#include "model/ProjectFile.h"
+#include "platform/CurrencyFormatter.h"
+#include "search/QuickFilters.h"
+#include "stores/CustomerStorage.h"
+#include "stores/TagStorage.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTextBrowser>
+#include <QToolBar>
+#include <QUndoStack>
+
+namespace {
+
+ProjectList sampleProjects() {
+    auto web = std::make_shared<Project>(u"Web shop"_s, u"Relaunch"_s, 80.0f, 0, 0, 0, -1, u""_s);
+    web->addEntry(periodEntry(u"20.11.2026 09:00"_s, u"20.11.2026 11:30"_s));
+    web->addEntry(dayEntry(u"22.11.2026"_s, 45));
+    auto app = std::make_shared<Project>(u"App"_s, u""_s, 60.0f, 0, 0, 0, -1, u""_s);
+    app->addEntry(flatFee(u"01.10.2026"_s, 250.0f));
+    return {web, app};
+}
+
+} // namespace
+
+// The main window as the user meets it: start-up, the document commands with their prompts, the
+// toolbar and menu states, the status line and changes made by other programs.
+class TestMainWindow : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() {
+        QStandardPaths::setTestModeEnabled(true);
+        Clock::setNow(QDateTime(QDate(2026, 11, 22), QTime(10, 0)));
+    }
+
+    void init() {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_preferences = std::make_unique<Preferences>(m_folder->filePath(u"p.conf"_s));
+        Preferences::setShared(m_preferences.get());
+        m_preferences->setObject(false, u"showInfo");
+        m_user = ScriptedUser();
+        m_file = m_folder->filePath(u"work.projects"_s);
+        QVERIFY(ProjectFile::save(m_file, sampleProjects()).ok);
+    }
+
+    void cleanup() {
+        m_window.reset();
+        m_customers.reset();
+        m_tags.reset();
+        m_collection.reset();
+        Preferences::setShared(nullptr);
+    }
+
+    void startsUntitledWithoutALastFile() {
+        startWindow();
+        QCOMPARE(m_window->windowTitle(), u"untitled[*] — Hourfold"_s);
+        QCOMPARE(m_window->listModel()->rowCount(), 0);
+        QCOMPARE(m_window->toolbarItemIdentifiers(),
+                 (QStringList{u"AddProject"_s, u"AddEntry"_s, u"AddFlatFeeEntry"_s, u"Delete"_s,
+                              u"Edit"_s, u"Attachments"_s, u"Separator"_s, u"Filters"_s,
+                              u"Search"_s, u"Separator"_s, u"Details"_s}));
+        QCOMPARE(m_preferences->objectForKey(u"TB Item Identifiers"_s).toStringList(),
+                 ToolbarItemsDefault());
+    }
+
+    void reopensTheLastFile() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        QCOMPARE(m_window->windowTitle(), u"work.projects[*] — Hourfold"_s);
+        QCOMPARE(m_window->windowFilePath(), m_file);
+        QCOMPARE(m_window->listModel()->rowCount(), 2);
+        QCOMPARE(m_window->statusInfoLabel()->text(),
+                 m_collection->statusBarInfo().replace(u'\t', u"    "_s));
+        QVERIFY(m_window->statusInfoLabel()->text().startsWith(u"Total duration: 03:15"_s));
+    }
+
+    void commandsFollowTheSelectionAndTheDocument() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        m_preferences->setObject(true, u"DrawerState");
+        startWindow();
+        QAction *remove = m_window->commandAction(u"delete:"_s);
+        QAction *save = m_window->commandAction(u"save:"_s);
+        QAction *revert = m_window->commandAction(u"revert:"_s);
+        QVERIFY(!remove->isEnabled());
+        QVERIFY(!save->isEnabled());
+        QVERIFY(!revert->isEnabled());
+        // A click on the row, as the user selects it.
+        ProjectListView *list = m_window->listView();
+        const QRect row = list->visualRect(m_window->listModel()->index(0, 1));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
+        QVERIFY(remove->isEnabled());
+        QVERIFY(m_window->detailsPane()->browser()->toPlainText().contains(u"Web shop"_s));
+        remove->trigger();
+        QCOMPARE(m_window->listModel()->rowCount(), 1);
+        QVERIFY(save->isEnabled());
+        QVERIFY(revert->isEnabled());
+        QCOMPARE(m_window->commandAction(u"undo:"_s)->text(), u"&Undo Delete Project"_s);
+        QVERIFY(m_window->isWindowModified());
+        m_window->commandAction(u"undo:"_s)->trigger();
+        QCOMPARE(m_window->listModel()->rowCount(), 2);
+    }
+
+    void selectingARowShowsItsDetails() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        m_preferences->setObject(true, u"DrawerState");
+        startWindow();
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(1, 0));
+        QVERIFY(m_window->detailsPane()->browser()->toHtml().contains(u"App"_s));
+        m_window->listView()->clearSelection();
+        m_window->listView()->setCurrentIndex({});
+        QVERIFY(!m_window->detailsPane()->browser()->toPlainText().contains(u"App"_s));
+    }
+
+    void detailsPaneRemembersWhetherItIsOpen() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        QVERIFY(!m_window->detailsPane()->isVisible());
+        // Selected while the pane is closed: the page comes when the pane opens.
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(1, 0));
+        m_window->commandAction(u"toggleDrawer:"_s)->trigger();
+        QVERIFY(m_window->detailsPane()->isVisible());
+        QVERIFY(m_window->detailsPane()->browser()->toPlainText().contains(u"App"_s));
+        QVERIFY(m_preferences->boolForKey(u"DrawerState"));
+        m_window->detailsPane()->close();
+        QVERIFY(!m_preferences->boolForKey(u"DrawerState"));
+        QVERIFY(!m_window->commandAction(u"toggleDrawer:"_s)->isChecked());
+    }
+
+    void attachmentsAndCustomersFollowTheSelection() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(1, 0));
+        m_window->commandAction(u"openAttachments:"_s)->trigger();
+        AttachmentsPanel *attachments = m_window->attachmentsPanel();
+        QVERIFY(attachments->isVisible());
+        QCOMPARE(attachments->windowTitle(), u"App"_s);
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(0, 0));
+        QCOMPARE(attachments->windowTitle(), u"Web shop"_s);
+        QAction *customers = m_window->commandAction(u"toggleDropBox:"_s);
+        QVERIFY(customers->isChecked());
+        customers->trigger();
+        QVERIFY(m_window->customerSideBar()->isHidden());
+        QVERIFY(m_preferences->boolForKey(u"isDropBoxHidden"));
+        QVERIFY(!customers->isChecked());
+    }
+
+    void newAsksAboutUnsavedChanges_data() {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<int>("rowsAfter");
+        QTest::newRow("Cancel keeps the document") << 1 << 1;
+        QTest::newRow("Don't save empties it") << 2 << 0;
+    }
+    void newAsksAboutUnsavedChanges() {
+        QFETCH(int, answer);
+        QFETCH(int, rowsAfter);
+        startWindow();
+        m_collection->addProject(sampleProjects().constFirst());
+        m_user.answers = {answer};
+        m_window->commandAction(u"newDatabase:"_s)->trigger();
+        QCOMPARE(m_user.messages(), QStringList{u"Do you want to save your changes?"_s});
+        QCOMPARE(m_window->listModel()->rowCount(), rowsAfter);
+    }
+
+    void openThroughThePanel() {
+        startWindow();
+        m_window->commandAction(u"load:"_s)->trigger();
+        m_user.endOpenPanel(m_file);
+        QCOMPARE(m_window->listModel()->rowCount(), 2);
+        QCOMPARE(m_window->windowTitle(), u"work.projects[*] — Hourfold"_s);
+    }
+
+    void quitPrompt_data() {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("ended");
+        QTest::newRow("Save") << 0 << true;
+        QTest::newRow("Cancel") << 1 << false;
+        QTest::newRow("Don't save") << 2 << true;
+    }
+    void quitPrompt() {
+        QFETCH(int, answer);
+        QFETCH(bool, ended);
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        m_collection->addProject(
+            std::make_shared<Project>(u"New"_s, u""_s, 0.0f, 0, 0, 0, -1, u""_s));
+        QSignalSpy terminated(m_window.get(), &MainWindow::terminated);
+        m_user.answers = {answer};
+        m_window->commandAction(u"terminate:"_s)->trigger();
+        QCOMPARE(terminated.size(), ended ? 1 : 0);
+        QCOMPARE(ProjectFile::load(m_file).projects.size(), answer == 0 ? 3 : 2);
+        if (ended)
+            QCOMPARE(m_preferences->stringForKey(u"lastVersion"), QStringLiteral(HOURFOLD_VERSION));
+    }
+
+    void closingTheWindowQuitsUntitledOnlyAfterTheSavePanel() {
+        startWindow();
+        m_collection->addProject(sampleProjects().constFirst());
+        QSignalSpy terminated(m_window.get(), &MainWindow::terminated);
+        m_user.answers = {0};
+        m_window->close();
+        QVERIFY(m_user.savePanel);
+        QCOMPARE(terminated.size(), 0);
+        m_user.endSavePanel(m_folder->filePath(u"named.projects"_s));
+        QCOMPARE(terminated.size(), 1);
+        QCOMPARE(ProjectFile::load(m_folder->filePath(u"named.projects"_s)).projects.size(), 1);
+    }
+
+    void aFailedSaveShowsAPersistentWarning() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        QVERIFY(ProjectFile::save(m_file, {sampleProjects().constLast()}).ok);
+        m_collection->addProject(
+            std::make_shared<Project>(u"Mine"_s, u""_s, 0.0f, 0, 0, 0, -1, u""_s));
+        // Crash protection saves at the end of the turn and finds the file changed by someone.
+        m_collection->flushPendingSave();
+        QVERIFY(!m_window->saveWarningLabel()->isHidden());
+        QVERIFY(m_window->saveWarningLabel()->text().startsWith(u"Not saved: "_s));
+        QVERIFY(m_window->isWindowModified());
+    }
+
+    void anotherProgramsChangeIsReloaded() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        QVERIFY(ProjectFile::save(m_file, {sampleProjects().constLast()}).ok);
+        QTRY_COMPARE(m_window->listModel()->rowCount(), 1);
+        QCOMPARE(m_user.messages(), QStringList());
+    }
+
+    void anotherProgramsChangeWaitsWhileASheetIsOpen() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(0, 0));
+        m_window->commandAction(u"newFlatFeeEntry:"_s)->trigger();
+        QVERIFY(m_window->flatFeeSheet()->isVisible());
+        QVERIFY(ProjectFile::save(m_file, {sampleProjects().constLast()}).ok);
+        m_window->controller().checkFileOnDisk();
+        QCOMPARE(m_collection->projectArray().size(), 2);
+        m_user.answers = {1}; // "Keep My Version"
+        m_window->flatFeeSheet()->accept();
+        QCOMPARE(m_collection->undoStack()->undoText(), u"Add Entry"_s);
+        // The sheet is closed: now the question comes, and the kept version is written at once.
+        QTRY_COMPARE(m_user.messages(),
+                     QStringList{u"The project file was changed by another program."_s});
+        QTRY_COMPARE(ProjectFile::load(m_file).projects.size(), 2);
+        QCOMPARE(m_collection->projectArray().size(), 2);
+    }
+
+    void quickAndSavedFiltersAreRestored() {
+        m_preferences->setObject(u"today"_s, u"quickfilter");
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        QCOMPARE(m_window->quickFilterBar()->selected(), u"today"_s);
+        QVERIFY(m_collection->currentFilter());
+        // Only the day entry of today is shown under the project.
+        QCOMPARE(m_window->listModel()->rowCount(m_window->listModel()->index(0, 0)), 1);
+        m_window->quickFilterBar()->findChild<QAbstractButton *>(u"off"_s)->click();
+        QVERIFY(!m_collection->currentFilter());
+        QCOMPARE(m_preferences->stringForKey(u"quickfilter"), u"off"_s);
+        QCOMPARE(m_window->filterPopUp()->currentText(), u"Off"_s);
+    }
+
+    void searchFieldNarrowsTheList() {
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        m_window->searchField()->setText(u"nothing matches this"_s);
+        QCOMPARE(m_window->listModel()->rowCount(), 2);
+        QCOMPARE(m_window->listModel()->rowCount(m_window->listModel()->index(0, 0)), 0);
+    }
+
+    void toolbarArrangementComesFromThePreferences() {
+        m_preferences->setObject(
+            QStringList{u"Details"_s, u"AddEntry"_s, u"MiniWindow"_s, u"Delete"_s},
+            u"TB Item Identifiers"_s);
+        m_preferences->setObject(u"3.1.0"_s, u"lastVersion");
+        startWindow();
+        // 3.1.0 brings "Attachments" in after "Edit" (missing here: at the end); the mini
+        // window's item is kept in the arrangement although this window cannot show it.
+        QCOMPARE(m_preferences->objectForKey(u"TB Item Identifiers"_s).toStringList(),
+                 (QStringList{u"Details"_s, u"AddEntry"_s, u"MiniWindow"_s, u"Delete"_s,
+                              u"Attachments"_s}));
+        QCOMPARE(m_window->toolbarItemIdentifiers(),
+                 (QStringList{u"Details"_s, u"AddEntry"_s, u"Delete"_s, u"Attachments"_s}));
+    }
+
+    // The action column's segments: an entry resumes, pauses and stops; a project starts a
+    // timer, resumes and pauses.
+    void actionSegments_data() {
+        QTest::addColumn<QString>("row");
+        QTest::addColumn<int>("segment");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<bool>("changed");
+        QTest::newRow("project 0 starts a timer")
+            << u"project"_s << 0 << u"running 2, paused 1"_s << true;
+        QTest::newRow("project 1 resumes") << u"project"_s << 1 << u"running 2, paused 0"_s << true;
+        QTest::newRow("project 2 pauses") << u"project"_s << 2 << u"running 0, paused 2"_s << true;
+        QTest::newRow("running entry 1 pauses")
+            << u"running"_s << 1 << u"running 0, paused 2"_s << true;
+        QTest::newRow("paused entry 0 resumes")
+            << u"paused"_s << 0 << u"running 2, paused 0"_s << true;
+        // Nothing changes, so nothing is marked changed (and nothing written).
+        QTest::newRow("paused entry 1 stays")
+            << u"paused"_s << 1 << u"running 1, paused 1"_s << false;
+    }
+    void actionSegments() {
+        QFETCH(QString, row);
+        QFETCH(int, segment);
+        QFETCH(QString, expected);
+        QFETCH(bool, changed);
+        startWithTimers();
+        const QModelIndex projectRow = m_window->listModel()->index(0, 0);
+        QModelIndex target = projectRow;
+        if (row != u"project")
+            target = m_window->listModel()->index(row == u"running" ? 1 : 0, 3, projectRow);
+        m_collection->setDataChanged(false);
+        m_window->actionButtonClicked(target, segment);
+        QCOMPARE(timerStates(), expected);
+        QCOMPARE(m_collection->dataChanged(), changed);
+    }
+
+    void stopOpensTheSheetWithTheTimerStopped() {
+        startWithTimers();
+        // The list sorts by day and start: the paused entry (07:00) comes first.
+        const QModelIndex running =
+            m_window->listModel()->index(1, 0, m_window->listModel()->index(0, 0));
+        m_window->listView()->setCurrentIndex(running);
+        QAction *stop = m_window->commandAction(u"actionButtonClicked:"_s);
+        QVERIFY(stop->isEnabled());
+        stop->trigger();
+        QVERIFY(m_window->entrySheet()->isVisible());
+        m_window->entrySheet()->accept();
+        QCOMPARE(timerStates(), u"running 0, paused 1"_s);
+        QCOMPARE(m_collection->undoStack()->undoText(), u"Edit Entry"_s);
+    }
+
+    void timerCommandsFollowTheSelection() {
+        startWithTimers();
+        QAction *pause = m_window->commandAction(u"pause:"_s);
+        QAction *resume = m_window->commandAction(u"resume:"_s);
+        QAction *stop = m_window->commandAction(u"actionButtonClicked:"_s);
+        const QModelIndex project = m_window->listModel()->index(0, 0);
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(0, 0, project));
+        QCOMPARE((QList<bool>{pause->isEnabled(), resume->isEnabled(), stop->isEnabled()}),
+                 (QList<bool>{false, true, true}));
+        resume->trigger();
+        QCOMPARE(timerStates(), u"running 2, paused 0"_s);
+        QCOMPARE((QList<bool>{pause->isEnabled(), resume->isEnabled(), stop->isEnabled()}),
+                 (QList<bool>{true, false, true}));
+        m_window->listView()->setCurrentIndex(project);
+        pause->trigger();
+        QCOMPARE(timerStates(), u"running 0, paused 2"_s);
+    }
+
+    void sheetsOpenFromTheCommands() {
+        startWithTimers();
+        m_window->listView()->setCurrentIndex(m_window->listModel()->index(0, 0));
+        m_window->commandAction(u"newFlatFeeEntry:"_s)->trigger();
+        QVERIFY(m_window->flatFeeSheet()->isVisible());
+        m_window->flatFeeSheet()->reject();
+        m_window->commandAction(u"newTimerEntry:"_s)->trigger();
+        QVERIFY(m_window->entrySheet()->isVisible());
+        m_window->listView()->collapse(m_window->listModel()->index(0, 0));
+        m_window->entrySheet()->accept();
+        QCOMPARE(m_collection->undoStack()->undoText(), u"Add Entry"_s);
+        QCOMPARE(m_window->commandAction(u"undo:"_s)->text(), u"&Undo Add Entry"_s);
+        // The project opens to show the new entry; the project row stays selected.
+        QVERIFY(m_window->listView()->isExpanded(m_window->listModel()->index(0, 0)));
+        QCOMPARE(m_window->listView()->currentIndex(), m_window->listModel()->index(0, 0));
+        // Undo and Redo from the menu take the entry away and bring it back.
+        const int items = m_window->listModel()->rowCount(m_window->listModel()->index(0, 0));
+        m_window->commandAction(u"undo:"_s)->trigger();
+        QCOMPARE(m_window->listModel()->rowCount(m_window->listModel()->index(0, 0)), items - 1);
+        QCOMPARE(m_window->commandAction(u"redo:"_s)->text(), u"&Redo Add Entry"_s);
+        m_window->commandAction(u"redo:"_s)->trigger();
+        QCOMPARE(m_window->listModel()->rowCount(m_window->listModel()->index(0, 0)), items);
+        m_window->commandAction(u"newProject:"_s)->trigger();
+        QVERIFY(m_window->projectSheet()->isVisible());
+        m_window->projectSheet()->reject();
+        // A double click on a project row opens its editor.
+        ProjectListView *list = m_window->listView();
+        const QRect cell = list->visualRect(m_window->listModel()->index(0, 1));
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, cell.center());
+        QVERIFY(m_window->projectSheet()->isVisible());
+        m_window->projectSheet()->reject();
+    }
+
+private:
+    void startWithTimers() {
+        auto project = std::make_shared<Project>(u"Timers"_s, u""_s, 60.0f, 0, 0, 0, -1, u""_s);
+        project->addEntry(periodEntry(u"22.11.2026 08:00"_s));
+        auto paused = periodEntry(u"22.11.2026 07:00"_s);
+        paused->setPausedAt(at(u"22.11.2026 07:30"_s));
+        project->addEntry(paused);
+        QVERIFY(ProjectFile::save(m_file, {project}).ok);
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        m_window->listView()->expand(m_window->listModel()->index(0, 0));
+    }
+
+    QString timerStates() const {
+        int running = 0;
+        int paused = 0;
+        for (const auto &entry : m_collection->workingEntries())
+            ++(entry->isPaused() ? paused : running);
+        return u"running %1, paused %2"_s.arg(running).arg(paused);
+    }
+
+    static QStringList ToolbarItemsDefault() {
+        return {u"AddProject"_s, u"AddEntry"_s,    u"AddFlatFeeEntry"_s, u"Delete"_s,
+                u"Edit"_s,       u"Attachments"_s, u"Separator"_s,       u"Filters"_s,
+                u"Search"_s,     u"MiniWindow"_s,  u"Separator"_s,       u"Details"_s};
+    }
+
+    void startWindow() {
+        m_collection = std::make_unique<ProjectCollection>(*m_preferences);
+        m_collection->setCurrencyFormatter(&m_currency);
+        m_customers = std::make_unique<CustomerStorage>(m_folder->filePath(u"customers.plist"_s),
+                                                        *m_collection, *m_preferences);
+        m_collection->setCustomerDirectory(m_customers.get());
+        m_tags = std::make_unique<TagStorage>(m_folder->filePath(u"tags.plist"_s));
+        const QString quickFilters = m_folder->filePath(u"quickfilters.plist"_s);
+        QVERIFY(writeFile(quickFilters, Filter::archiveList(QuickFilters::makeDefaultFilters())));
+        m_window = std::make_unique<MainWindow>(MainWindow::Services{
+            *m_preferences, *m_collection, *m_customers, *m_tags, m_currency, m_user, m_user,
+            m_user, m_folder->filePath(u"filters.plist"_s), quickFilters});
+        m_window->show();
+        m_window->startUp();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Preferences> m_preferences;
+    std::unique_ptr<ProjectCollection> m_collection;
+    std::unique_ptr<CustomerStorage> m_customers;
+    std::unique_ptr<TagStorage> m_tags;
+    std::unique_ptr<MainWindow> m_window;
+    CurrencyFormatter m_currency{u"en_US"_s};
+    ScriptedUser m_user;
+    QString m_file;
+};
+
+QTEST_MAIN(TestMainWindow)
+#include "tst_mainwindow.moc"

@@ -1,0 +1,352 @@
+#include "core/model/ModelFixtures.h"
+#include "support/FileFailures.h"
+#include "support/Files.h"
+#include "support/ScriptedUser.h"
+
+#include "mainwindow/ProjectController.h"
+#include "model/ProjectCollection.h"
+#include "model/ProjectFile.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+enum Answer { Save = 0, Cancel = 1, DontSave = 2 };
+
+const QString savePrompt = u"Do you want to save your changes?"_s;
+
+ProjectList oneProject(const QString &name) {
+    auto project = std::make_shared<Project>(name, u""_s, 50.0f, 0, 0, 0, -1, u""_s);
+    project->addEntry(dayEntry(u"03.11.2026"_s, 90));
+    return {project};
+}
+
+} // namespace
+
+class TestProjectController : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() {
+        QStandardPaths::setTestModeEnabled(true);
+        Clock::setNow(QDateTime(QDate(2026, 11, 22), QTime(10, 0)));
+    }
+
+    void init() {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_preferences = std::make_unique<Preferences>(m_folder->filePath(u"p.conf"_s));
+        Preferences::setShared(m_preferences.get());
+        m_preferences->setObject(false, u"showInfo");
+        m_collection = std::make_unique<ProjectCollection>(*m_preferences);
+        m_user = std::make_unique<ScriptedUser>();
+        m_controller = std::make_unique<ProjectController>(*m_preferences, *m_collection, *m_user,
+                                                           *m_user, *m_user);
+        m_file = m_folder->filePath(u"work.projects"_s);
+        QVERIFY(ProjectFile::save(m_file, oneProject(u"Web"_s)).ok);
+    }
+
+    void cleanup() {
+        m_controller.reset();
+        Preferences::setShared(nullptr);
+    }
+
+    void startUpReopensTheLastFile_data() {
+        QTest::addColumn<bool>("loadLastOpenFile");
+        QTest::addColumn<bool>("fileExists");
+        QTest::addColumn<bool>("opened");
+        QTest::newRow("reopened") << true << true << true;
+        QTest::newRow("missing file: silently untitled") << true << false << false;
+        QTest::newRow("not wanted: last file forgotten") << false << true << false;
+    }
+    void startUpReopensTheLastFile() {
+        QFETCH(bool, loadLastOpenFile);
+        QFETCH(bool, fileExists);
+        QFETCH(bool, opened);
+        const QString last = fileExists ? m_file : m_folder->filePath(u"gone.projects"_s);
+        m_preferences->setObject(last, u"LastOpenFile");
+        m_preferences->setObject(loadLastOpenFile, u"loadLastOpenFile");
+        m_controller->startUp();
+        QCOMPARE(m_controller->currentFilename(), opened ? m_file : u"untitled"_s);
+        QCOMPARE(m_preferences->stringForKey(u"LastOpenFile"), opened ? m_file : QString());
+        QCOMPARE(m_collection->projectArray().size(), opened ? 1 : 0);
+        QVERIFY(m_user->alerts.isEmpty());
+        QVERIFY(!m_collection->dataChanged());
+        QVERIFY(m_controller->refreshTimer().isActive());
+        QCOMPARE(m_controller->refreshTimer().interval(), 5000);
+    }
+
+    void welcomePrompt_data() {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("askAgain");
+        QTest::addColumn<bool>("websiteOpened");
+        QTest::newRow("Yes") << 0 << false << true;
+        QTest::newRow("No") << 1 << false << false;
+        QTest::newRow("Remind me later") << 2 << true << false;
+    }
+    void welcomePrompt() {
+        QFETCH(int, answer);
+        QFETCH(bool, askAgain);
+        QFETCH(bool, websiteOpened);
+        m_preferences->setObject(true, u"showInfo");
+        m_user->answers = {answer};
+        m_controller->startUp();
+        QCOMPARE(m_user->alerts.size(), 1);
+        const UserAlerts::Alert &alert = m_user->alerts.constFirst();
+        QCOMPARE(alert.message, u"Welcome to Hourfold!"_s);
+        QCOMPARE(alert.informativeText, u"Do you want to visit the Vellumby website for newest "
+                                        "information and special offers?"_s);
+        QCOMPARE(alert.buttons, (QStringList{u"Yes"_s, u"No"_s, u"Remind me later"_s}));
+        QCOMPARE(m_preferences->boolForKey(u"showInfo"), askAgain);
+        QCOMPARE(m_user->opened.size(), websiteOpened ? 1 : 0);
+    }
+
+    void newAsksAboutChanges_data() {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("emptied");
+        QTest::addColumn<bool>("fileChanged");
+        QTest::newRow("Save") << int(Save) << true << true;
+        QTest::newRow("Cancel") << int(Cancel) << false << false;
+        QTest::newRow("Don't save") << int(DontSave) << true << false;
+    }
+    void newAsksAboutChanges() {
+        QFETCH(int, answer);
+        QFETCH(bool, emptied);
+        QFETCH(bool, fileChanged);
+        openWorkFile();
+        const QByteArray before = readFile(m_file);
+        m_collection->addProject(oneProject(u"Added"_s).constFirst());
+        m_user->answers = {answer};
+        m_controller->newDatabase();
+        QCOMPARE(m_user->messages(), QStringList{savePrompt});
+        const UserAlerts::Alert &prompt = m_user->alerts.constFirst();
+        QCOMPARE(prompt.informativeText, u"If you don't save, your changes are lost."_s);
+        QCOMPARE(prompt.buttons, (QStringList{u"Save"_s, u"Cancel"_s, u"Don't save"_s}));
+        QCOMPARE(m_collection->projectArray().isEmpty(), emptied);
+        QCOMPARE(m_controller->isUntitled(), emptied);
+        QCOMPARE(readFile(m_file) != before, fileChanged);
+    }
+
+    void newWaitsForTheSavePanelOfAnUntitledDocument() {
+        m_collection->addProject(oneProject(u"Draft"_s).constFirst());
+        m_user->answers = {Save};
+        m_controller->newDatabase();
+        QVERIFY(m_user->savePanel);
+        // The document is kept while the panel is up: nothing is thrown away unsaved.
+        QCOMPARE(m_collection->projectArray().size(), 1);
+    }
+
+    void openingAnUnreadableFileAlerts() {
+        const QString broken = m_folder->filePath(u"broken.projects"_s);
+        QVERIFY(writeFile(broken, "not a project file"));
+        openWorkFile();
+        QVERIFY(!m_controller->openFile(broken));
+        QCOMPARE(m_user->alerts.size(), 1);
+        const UserAlerts::Alert &alert = m_user->alerts.constFirst();
+        QCOMPARE(alert.message, u"Load failed."_s);
+        QCOMPARE(alert.informativeText, u"The file could not be read."_s);
+        QCOMPARE(alert.style, UserAlerts::Style::Critical);
+        QCOMPARE(alert.buttons, QStringList{u"OK"_s});
+        QCOMPARE(m_controller->currentFilename(), m_file);
+        QCOMPARE(m_collection->projectArray().constFirst()->name(), u"Web"_s);
+    }
+
+    void openPanelStartsInTheLastFolder() {
+        m_preferences->setObject(m_folder->path(), u"StartingDirectory");
+        m_controller->load();
+        QCOMPARE(m_user->panelDirectory, m_folder->path());
+        m_user->endOpenPanel(m_file);
+        QCOMPARE(m_controller->currentFilename(), m_file);
+    }
+
+    void saveWritesToTheLastOpenFile() {
+        openWorkFile();
+        const QString other = m_folder->filePath(u"other.projects"_s);
+        m_preferences->setObject(other, u"LastOpenFile");
+        m_collection->addProject(oneProject(u"Added"_s).constFirst());
+        m_controller->save();
+        QVERIFY(!m_user->savePanel);
+        QCOMPARE(ProjectFile::load(other).projects.size(), 2);
+    }
+
+    void saveWithoutALastFileAsksForOne() {
+        openWorkFile();
+        m_preferences->setObject(QString(), u"LastOpenFile");
+        m_controller->save();
+        QVERIFY(m_user->savePanel);
+    }
+
+    void saveAsFailureAlerts() {
+        m_collection->addProject(oneProject(u"Draft"_s).constFirst());
+        m_controller->saveAs();
+        m_user->endSavePanel(m_folder->filePath(u"missing-folder/x.projects"_s));
+        QCOMPARE(m_user->messages(), QStringList{u"Save failed."_s});
+        QCOMPARE(m_user->alerts.constFirst().informativeText, u"The file could not be written."_s);
+        QVERIFY(m_controller->isUntitled());
+        QVERIFY(m_collection->dataChanged());
+        QVERIFY(!m_controller->saveWarning().isEmpty());
+    }
+
+    void saveAsNamesTheDocument() {
+        m_collection->addProject(oneProject(u"Draft"_s).constFirst());
+        m_controller->saveAs();
+        const QString target = m_folder->filePath(u"new.projects"_s);
+        m_user->endSavePanel(target);
+        QCOMPARE(m_controller->currentFilename(), target);
+        QCOMPARE(m_preferences->stringForKey(u"LastOpenFile"), target);
+        QCOMPARE(m_preferences->stringForKey(u"StartingDirectory"), m_folder->path());
+        QVERIFY(!m_collection->dataChanged());
+    }
+
+    void quit_data() {
+        QTest::addColumn<bool>("named");
+        QTest::addColumn<bool>("saveOnExit");
+        QTest::addColumn<QList<int>>("answers");
+        QTest::addColumn<int>("reply");
+        QTest::addColumn<int>("prompts");
+        QTest::addColumn<bool>("savedToFile");
+        using Reply = ProjectController::TerminateReply;
+        QTest::newRow("named, save on exit")
+            << true << true << QList<int>{} << int(Reply::Now) << 0 << true;
+        QTest::newRow("named, Save")
+            << true << false << QList<int>{Save} << int(Reply::Now) << 1 << true;
+        QTest::newRow("named, Cancel")
+            << true << false << QList<int>{Cancel} << int(Reply::Cancel) << 1 << false;
+        QTest::newRow("named, Don't save")
+            << true << false << QList<int>{DontSave} << int(Reply::Now) << 1 << false;
+        QTest::newRow("untitled, save on exit still asks")
+            << false << true << QList<int>{Save} << int(Reply::Later) << 1 << false;
+    }
+    void quit() {
+        QFETCH(bool, named);
+        QFETCH(bool, saveOnExit);
+        QFETCH(QList<int>, answers);
+        QFETCH(int, reply);
+        QFETCH(int, prompts);
+        QFETCH(bool, savedToFile);
+        if (named)
+            openWorkFile();
+        m_preferences->setObject(saveOnExit, u"saveOnExit");
+        m_collection->addProject(oneProject(u"Added"_s).constFirst());
+        m_user->answers = answers;
+        QCOMPARE(int(m_controller->applicationShouldTerminate()), reply);
+        QCOMPARE(m_user->alerts.size(), prompts);
+        QCOMPARE(ProjectFile::load(m_file).projects.size(), savedToFile ? 2 : 1);
+    }
+
+    void deferredQuitFollowsTheSavePanel_data() {
+        QTest::addColumn<bool>("chooseFile");
+        QTest::newRow("saved") << true;
+        QTest::newRow("panel cancelled") << false;
+    }
+    void deferredQuitFollowsTheSavePanel() {
+        QFETCH(bool, chooseFile);
+        m_collection->addProject(oneProject(u"Draft"_s).constFirst());
+        m_user->answers = {Save};
+        QSignalSpy answered(m_controller.get(), &ProjectController::quitAnswered);
+        QCOMPARE(m_controller->applicationShouldTerminate(),
+                 ProjectController::TerminateReply::Later);
+        QVERIFY(m_controller->isQuitting());
+        m_user->endSavePanel(chooseFile ? m_folder->filePath(u"draft.projects"_s) : QString());
+        QCOMPARE(answered.size(), 1);
+        QCOMPARE(answered.constFirst().constFirst().toBool(), chooseFile);
+        QVERIFY(!m_controller->isQuitting());
+    }
+
+    void dontSaveAtQuitForgetsTheChanges() {
+        openWorkFile();
+        m_collection->addProject(oneProject(u"Added"_s).constFirst());
+        m_user->answers = {DontSave};
+        QVERIFY(m_controller->canQuitApp());
+        QVERIFY(!m_collection->dataChanged());
+    }
+
+    void aFailedSaveKeepsTheQuitAndWarns() {
+        openWorkFile();
+        m_collection->addProject(oneProject(u"Added"_s).constFirst());
+        m_preferences->setObject(true, u"saveOnExit");
+        QSignalSpy warned(m_controller.get(), &ProjectController::saveWarningChanged);
+        {
+            FileFailures::LimitFileSize diskFull(200);
+            QCOMPARE(m_controller->applicationShouldTerminate(),
+                     ProjectController::TerminateReply::Cancel);
+        }
+        QCOMPARE(m_user->messages(), QStringList{u"Save failed."_s});
+        QVERIFY(m_collection->dataChanged());
+        QVERIFY(m_controller->saveWarning().startsWith(u"Not saved: "_s));
+        QCOMPARE(warned.size(), 1);
+        QCOMPARE(ProjectFile::load(m_file).projects.size(), 1);
+        m_controller->save();
+        QVERIFY(m_controller->saveWarning().isEmpty());
+        QCOMPARE(ProjectFile::load(m_file).projects.size(), 2);
+    }
+
+    void revertReloadsWithoutAsking() {
+        openWorkFile();
+        m_collection->addProject(oneProject(u"Added"_s).constFirst());
+        m_controller->revert();
+        QVERIFY(m_user->alerts.isEmpty());
+        QCOMPARE(m_collection->projectArray().size(), 1);
+    }
+
+    void anotherProgramsChange_data() {
+        QTest::addColumn<bool>("unsaved");
+        QTest::addColumn<QList<int>>("answers");
+        QTest::addColumn<int>("prompts");
+        QTest::addColumn<QString>("firstProject");
+        QTest::addColumn<bool>("saveReplacesTheirs");
+        QTest::newRow("no changes: reloaded") << false << QList<int>{} << 0 << u"Theirs"_s << false;
+        QTest::newRow("changes: Reload") << true << QList<int>{0} << 1 << u"Theirs"_s << false;
+        QTest::newRow("changes: Keep My Version") << true << QList<int>{1} << 1 << u"Web"_s << true;
+    }
+    void anotherProgramsChange() {
+        QFETCH(bool, unsaved);
+        QFETCH(QList<int>, answers);
+        QFETCH(int, prompts);
+        QFETCH(QString, firstProject);
+        QFETCH(bool, saveReplacesTheirs);
+        openWorkFile();
+        if (unsaved)
+            m_collection->addProject(oneProject(u"Mine"_s).constFirst());
+        QVERIFY(ProjectFile::save(m_file, oneProject(u"Theirs"_s)).ok);
+        m_user->answers = answers;
+        m_controller->checkFileOnDisk();
+        QCOMPARE(m_user->alerts.size(), prompts);
+        if (prompts)
+            QCOMPARE(m_user->alerts.constFirst().message,
+                     u"The project file was changed by another program."_s);
+        QCOMPARE(m_collection->projectArray().constFirst()->name(), firstProject);
+        m_controller->save();
+        QCOMPARE(ProjectFile::load(m_file).projects.constFirst()->name(),
+                 saveReplacesTheirs ? u"Web"_s : u"Theirs"_s);
+    }
+
+    // An open sheet holds projects of the document: the reload waits until it has closed.
+    void anotherProgramsChangeWaitsForOpenSheets() {
+        openWorkFile();
+        bool sheetOpen = true;
+        m_controller->setBusyCheck([&sheetOpen] { return sheetOpen; });
+        QVERIFY(ProjectFile::save(m_file, oneProject(u"Theirs"_s)).ok);
+        m_controller->checkFileOnDisk();
+        QCOMPARE(m_collection->projectArray().constFirst()->name(), u"Web"_s);
+        sheetOpen = false;
+        QTRY_COMPARE(m_collection->projectArray().constFirst()->name(), u"Theirs"_s);
+        QVERIFY(m_user->alerts.isEmpty());
+    }
+
+private:
+    void openWorkFile() {
+        QVERIFY(m_controller->openFile(m_file));
+        m_user->alerts.clear();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Preferences> m_preferences;
+    std::unique_ptr<ProjectCollection> m_collection;
+    std::unique_ptr<ScriptedUser> m_user;
+    std::unique_ptr<ProjectController> m_controller;
+    QString m_file;
+};
+
+QTEST_GUILESS_MAIN(TestProjectController)
+#include "tst_projectcontroller.moc"
