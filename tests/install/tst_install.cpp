@@ -1,5 +1,5 @@
-#include <QDir>
-#include <QFile>
+#include "support/Files.h"
+
 #include <QImage>
 #include <QMimeDatabase>
 #include <QProcess>
@@ -77,10 +77,9 @@ private slots:
 
     void installedFiles() {
         QFETCH(QString, file);
-        QFETCH(bool, executable);
         const QFileInfo info(path(file));
         QVERIFY2(info.isFile() && info.size() > 0, qPrintable(file));
-        QCOMPARE(info.isExecutable(), executable);
+        QTEST(info.isExecutable(), "executable");
     }
 
     // Every picture of the build's resource folder is installed where the program looks.
@@ -108,20 +107,15 @@ private slots:
         QCOMPARE(qAlpha(icon.pixel(size / 2, size / 2)), 255);
     }
 
-    void desktopFileValidates() {
-        const Run validate =
-            run(u"desktop-file-validate"_s, {path(u"share/applications/hourfold.desktop"_s)});
+    // The menu entry is valid, starts an installed program, shows the installed icon and offers
+    // itself for the installed file type.
+    void desktopFile() {
+        const QString desktop = path(u"share/applications/hourfold.desktop"_s);
+        const Run validate = run(u"desktop-file-validate"_s, {desktop});
         QVERIFY2(validate.exitCode == 0, qPrintable(validate.output));
         QCOMPARE(validate.output, QString());
-    }
-
-    // The menu entry starts an installed program, shows the installed icon and offers itself
-    // for the installed file type.
-    void desktopFileNamesInstalledFiles() {
-        QFile file(path(u"share/applications/hourfold.desktop"_s));
-        QVERIFY(file.open(QIODevice::ReadOnly));
         QHash<QString, QString> keys;
-        for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n')) {
+        for (const QString &line : QString::fromUtf8(readFile(desktop)).split(u'\n')) {
             const qsizetype equals = line.indexOf(u'=');
             if (equals > 0)
                 keys.insert(line.left(equals), line.mid(equals + 1));
@@ -164,10 +158,7 @@ private slots:
         QFETCH(QString, content);
         QFETCH(bool, projects);
         const QString file = m_dataHome.filePath(fileName);
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(content.toUtf8());
-        out.close();
+        QVERIFY(writeFile(file, content.toUtf8()));
         const QMimeType detected = QMimeDatabase().mimeTypeForFile(file);
         QCOMPARE(detected.name() == u"application/x-hourfold-projects", projects);
         if (projects) {

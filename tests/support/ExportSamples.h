@@ -1,7 +1,10 @@
 #pragma once
 
 #include "core/model/ModelFixtures.h"
+#include "model/LocalTimeFormat.h"
 #include "model/Project.h"
+#include "platform/CurrencyFormatter.h"
+#include "platform/LocaleFormat.h"
 #include "stores/Customer.h"
 
 #include <QImage>
@@ -9,8 +12,16 @@
 // The documents the report golden files under tests/data/export were made from, for the exporter
 // tests and the command-line tests that write the same reports.
 
-inline std::shared_ptr<Project> project(const QString &name, float wage, int customer = -1) {
+inline std::shared_ptr<Project> project(const QString &name, float wage = 0.0f, int customer = -1) {
     return std::make_shared<Project>(name, u""_s, wage, 0, 0, 0, customer, u""_s);
+}
+
+inline Customer::Pointer customer(const QString &name, int id = -1, bool visible = true) {
+    auto made = std::make_shared<Customer>();
+    made->setName(name);
+    made->setCustomerID(id);
+    made->setVisible(visible);
+    return made;
 }
 
 template <typename Item> Item commented(Item item, const QString &comment, bool checked = false) {
@@ -20,6 +31,20 @@ template <typename Item> Item commented(Item item, const QString &comment, bool 
 }
 
 namespace ExportSamples {
+
+// The moment (22.11.2026 10:07:30), clock format, date locale and dollars the reports were made
+// with, and shared preferences with short dates in the list, while the object lives.
+class Settings : public TemporaryPreferences {
+public:
+    Settings() {
+        QStandardPaths::setTestModeEnabled(true);
+        Clock::setNow(at(u"22.11.2026 10:07:30"_s));
+        LocalTimeFormat::setFormat(u"%H:%M"_s, u"C"_s);
+        LocaleFormat::setDateLocale(u"en_US"_s);
+        (*this)->setObject(1, u"listDateFormat");
+    }
+    const CurrencyFormatter dollars{u"en_US"_s};
+};
 
 inline QString goldenPath(const QString &name) {
     return QStringLiteral(HOURFOLD_TEST_DATA "/export/") + name;
@@ -76,12 +101,8 @@ inline ProjectList htmlDocument() {
 
 // Customer 1, "Acme & Co" with a blue picture of 4 x 2 pixels, and customer 2, "Plain Ltd".
 inline QList<Customer::Pointer> htmlCustomers() {
-    QList<Customer::Pointer> customers;
-    for (const QString &name : {u"Acme & Co"_s, u"Plain Ltd"_s}) {
-        customers.append(std::make_shared<Customer>());
-        customers.last()->setCustomerID(int(customers.size()));
-        customers.last()->setName(name);
-    }
+    const QList<Customer::Pointer> customers{customer(u"Acme & Co"_s, 1),
+                                             customer(u"Plain Ltd"_s, 2)};
     QImage logo(4, 2, QImage::Format_ARGB32);
     logo.fill(Qt::blue);
     customers.first()->setCustomerImage(logo);

@@ -1,10 +1,7 @@
-#include "core/model/ModelFixtures.h"
 #include "export/RTFExporter.h"
 #include "export/RtfWriter.h"
-#include "model/LocalTimeFormat.h"
 #include "model/ProjectCollection.h"
-#include "platform/CurrencyFormatter.h"
-#include "platform/LocaleFormat.h"
+#include "support/ExportSamples.h"
 #include "support/Files.h"
 
 #include <QRegularExpression>
@@ -63,16 +60,6 @@ class TestRtf : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() {
-        QStandardPaths::setTestModeEnabled(true);
-        Clock::setNow(at(u"22.11.2026 10:07:30"_s));
-        LocalTimeFormat::setFormat(u"%H:%M"_s, u"C"_s);
-        LocaleFormat::setDateLocale(u"en_US"_s);
-        Preferences::setShared(&m_preferences);
-    }
-
-    void cleanupTestCase() { Preferences::setShared(nullptr); }
-
     void escapes_data() {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QByteArray>("rtf");
@@ -90,8 +77,7 @@ private slots:
 
     void escapes() {
         QFETCH(QString, text);
-        QFETCH(QByteArray, rtf);
-        QCOMPARE(RtfWriter::escaped(text), rtf);
+        QTEST(RtfWriter::escaped(text), "rtf");
     }
 
     void writesDocuments_data() {
@@ -150,18 +136,16 @@ private slots:
                  QByteArray(header + "{\\colortbl;" + colors + "}\n" + body + "}\n"));
     }
 
+    // A report through the style, and a failed write that is logged.
     void exportsReport() {
         QTemporaryDir folder;
-        ProjectCollection collection(m_preferences);
-        collection.setCurrencyFormatter(&m_currency);
-        auto project =
-            std::make_shared<Project>(u"Café"_s, u"Design {draft}"_s, 50.0f, 0, 0, 0, -1, u""_s);
-        auto entry = dayEntry(u"05.11.2026"_s, 45);
-        entry->setComment(u"Logo\nsketches"_s);
-        entry->setChecked(true);
-        project->addEntry(entry);
-        project->addEntry(periodEntry(u"22.11.2026 08:00"_s));
-        collection.addProject(project);
+        ProjectCollection collection(*m_settings);
+        collection.setCurrencyFormatter(&m_settings.dollars);
+        auto cafe = project(u"Café"_s, 50.0f);
+        cafe->setDescription(u"Design {draft}"_s);
+        cafe->addEntry(commented(dayEntry(u"05.11.2026"_s, 45), u"Logo\nsketches"_s, true));
+        cafe->addEntry(periodEntry(u"22.11.2026 08:00"_s));
+        collection.addProject(cafe);
         RTFExporter exporter(simpleStyle, nullptr);
         exporter.setProjectCollection(&collection);
         exporter.setScratchFolder(folder.filePath(u"scratch"_s));
@@ -183,14 +167,7 @@ private slots:
             QVERIFY2(parsed.text.contains(text), qPrintable(text));
         QCOMPARE(QFileInfo(folder.filePath(u"scratch"_s)).permissions() & 0x0077, 0);
         QVERIFY(QFile::exists(folder.filePath(u"scratch/images/checked.png"_s)));
-    }
 
-    void logsAFailedWrite() {
-        QTemporaryDir folder;
-        ProjectCollection collection(m_preferences);
-        RTFExporter exporter(simpleStyle, nullptr);
-        exporter.setProjectCollection(&collection);
-        exporter.setScratchFolder(folder.filePath(u"scratch"_s));
         QTest::ignoreMessage(QtWarningMsg,
                              QRegularExpression(u"^cannot create a temporary file"_s));
         QTest::ignoreMessage(QtWarningMsg, "Error writing file");
@@ -201,9 +178,7 @@ private slots:
     }
 
 private:
-    QTemporaryDir m_preferencesFolder;
-    Preferences m_preferences{m_preferencesFolder.filePath(u"Hourfold3.conf"_s)};
-    CurrencyFormatter m_currency{u"en_US"_s};
+    ExportSamples::Settings m_settings;
 };
 
 QTEST_MAIN(TestRtf)

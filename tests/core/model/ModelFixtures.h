@@ -60,6 +60,7 @@ public:
     }
     ~TemporaryPreferences() { Preferences::setShared(nullptr); }
     Preferences *operator->() { return &m_preferences; }
+    Preferences &operator*() { return m_preferences; }
 
 private:
     QTemporaryDir m_dir;

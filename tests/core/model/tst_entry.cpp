@@ -80,11 +80,10 @@ private slots:
 
         Clock::setNow(at(d(u"10:07:40")));
         entry->resume();
-        QVERIFY(!entry->isPaused());
-        QVERIFY(entry->isWorking());
+        QVERIFY(!entry->isPaused() && entry->isWorking());
         QCOMPARE(entry->pauseEntries().size(), 1);
-        QCOMPARE(entry->pauseEntries()[0]->from(), at(d(u"10:00")));
-        QCOMPARE(entry->pauseEntries()[0]->to(), at(d(u"10:07")));
+        QCOMPARE(entry->pauseEntries()[0]->stringDescription(),
+                 u"from: 2008-03-12 10:00:00 +0100; to: 2008-03-12 10:07:00 +0100"_s);
         QCOMPARE(entry->pauseTime(), 7);
 
         // Stopping a paused entry closes its pause first.

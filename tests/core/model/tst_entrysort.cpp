@@ -5,12 +5,12 @@
 #include <QTest>
 
 namespace {
-// "day:11.03.2008:30" a day entry of 30 minutes; "fin:12.03.2008:09:00-10:00" a finished period
-// entry; "run:12.03.2008:09:00" a running one; "fee:12.03.2008:5" a flat fee; "text:..." a day
+// On a day of March 2008: "day:11:30" a day entry of 30 minutes on the 11th; "fin:12:09:00-10:00" a
+// finished period entry; "run:12:09:00" a running one; "fee:12:5" a flat fee; "text:..." a day
 // entry with that comment.
 std::shared_ptr<ProjectItem> item(const QString &description) {
     const QString kind = description.section(u':', 0, 0);
-    const QString day = description.section(u':', 1, 1);
+    const QString day = description.section(u':', 1, 1) + u".03.2008"_s;
     const QString rest = description.section(u':', 2);
     if (kind == u"day")
         return dayEntry(day, rest.toInt());
@@ -39,49 +39,36 @@ private slots:
         QTest::addColumn<QString>("a");
         QTest::addColumn<QString>("b");
         QTest::addColumn<int>("ascending"); // the sign; descending is the opposite
-        QTest::newRow("day: earlier day first")
-            << u"day:11.03.2008:90"_s << u"day:12.03.2008:5"_s << -1;
-        QTest::newRow("day: period entry by its start date")
-            << u"fin:13.03.2008:08:00-09:00"_s << u"day:12.03.2008:5"_s << 1;
-        QTest::newRow("day: flat fee by its day")
-            << u"fee:11.03.2008:5"_s << u"fin:12.03.2008:08:00-09:00"_s << -1;
-        QTest::newRow("day: earlier start first")
-            << u"fin:12.03.2008:10:00-10:05"_s << u"fin:12.03.2008:09:00-11:00"_s << 1;
-        QTest::newRow("day: running after finished at the same start")
-            << u"run:12.03.2008:09:00"_s << u"fin:12.03.2008:09:00-09:30"_s << 1;
-        QTest::newRow("day: two running")
-            << u"run:12.03.2008:09:00"_s << u"run:12.03.2008:09:00"_s << 0;
-        QTest::newRow("day: same start, earlier end first")
-            << u"fin:12.03.2008:09:00-09:30"_s << u"fin:12.03.2008:09:00-09:15"_s << 1;
-        QTest::newRow("day: day entries by duration")
-            << u"day:12.03.2008:30"_s << u"day:12.03.2008:45"_s << -1;
-        QTest::newRow("day: period and day entry by duration")
-            << u"fin:12.03.2008:09:00-10:00"_s << u"day:12.03.2008:45"_s << 1;
-        QTest::newRow("day: flat fee on the same day")
-            << u"fee:12.03.2008:5"_s << u"day:12.03.2008:45"_s << 0;
+        const auto row = [](const char *name, const QString &a, const QString &b, int sign) {
+            QTest::newRow(name) << a << b << sign;
+        };
+        row("day: earlier day first", u"day:11:90"_s, u"day:12:5"_s, -1);
+        row("day: period entry by its start date", u"fin:13:08:00-09:00"_s, u"day:12:5"_s, 1);
+        row("day: flat fee by its day", u"fee:11:5"_s, u"fin:12:08:00-09:00"_s, -1);
+        row("day: earlier start first", u"fin:12:10:00-10:05"_s, u"fin:12:09:00-11:00"_s, 1);
+        row("day: running after finished at the same start", u"run:12:09:00"_s,
+            u"fin:12:09:00-09:30"_s, 1);
+        row("day: two running", u"run:12:09:00"_s, u"run:12:09:00"_s, 0);
+        row("day: same start, earlier end first", u"fin:12:09:00-09:30"_s, u"fin:12:09:00-09:15"_s,
+            1);
+        row("day: day entries by duration", u"day:12:30"_s, u"day:12:45"_s, -1);
+        row("day: period and day entry by duration", u"fin:12:09:00-10:00"_s, u"day:12:45"_s, 1);
+        row("day: flat fee on the same day", u"fee:12:5"_s, u"day:12:45"_s, 0);
 
-        QTest::newRow("duration: entries")
-            << u"day:12.03.2008:30"_s << u"fin:12.03.2008:09:00-09:45"_s << -1;
-        QTest::newRow("duration: flat fees by amount")
-            << u"fee:12.03.2008:5"_s << u"fee:11.03.2008:2.5"_s << 1;
-        QTest::newRow("duration: entry before flat fee")
-            << u"day:12.03.2008:600"_s << u"fee:12.03.2008:0"_s << -1;
-        QTest::newRow("duration: flat fee after entry")
-            << u"fee:12.03.2008:0"_s << u"day:12.03.2008:0"_s << 1;
+        row("duration: entries", u"day:12:30"_s, u"fin:12:09:00-09:45"_s, -1);
+        row("duration: flat fees by amount", u"fee:12:5"_s, u"fee:11:2.5"_s, 1);
+        row("duration: entry before flat fee", u"day:12:600"_s, u"fee:12:0"_s, -1);
+        row("duration: flat fee after entry", u"fee:12:0"_s, u"day:12:0"_s, 1);
 
-        QTest::newRow("action: finished before running")
-            << u"fin:12.03.2008:09:00-09:30"_s << u"run:12.03.2008:10:00"_s << -1;
-        QTest::newRow("action: flat fee is not working")
-            << u"run:12.03.2008:10:00"_s << u"fee:12.03.2008:1"_s << 1;
-        QTest::newRow("action: both finished")
-            << u"day:12.03.2008:9"_s << u"fee:12.03.2008:1"_s << 0;
+        row("action: finished before running", u"fin:12:09:00-09:30"_s, u"run:12:10:00"_s, -1);
+        row("action: flat fee is not working", u"run:12:10:00"_s, u"fee:12:1"_s, 1);
+        row("action: both finished", u"day:12:9"_s, u"fee:12:1"_s, 0);
 
-        QTest::newRow("description: numbers by value")
-            << u"text:file 9"_s << u"text:file 10"_s << -1;
-        QTest::newRow("description: capitals first") << u"text:Zeta"_s << u"text:alpha"_s << -1;
-        QTest::newRow("description: prefix first") << u"text:x"_s << u"text:x1"_s << -1;
-        QTest::newRow("description: run then text") << u"text:a2b"_s << u"text:a10a"_s << -1;
-        QTest::newRow("description: equal") << u"text:same"_s << u"text:same"_s << 0;
+        row("description: numbers by value", u"text:file 9"_s, u"text:file 10"_s, -1);
+        row("description: capitals first", u"text:Zeta"_s, u"text:alpha"_s, -1);
+        row("description: prefix first", u"text:x"_s, u"text:x1"_s, -1);
+        row("description: run then text", u"text:a2b"_s, u"text:a10a"_s, -1);
+        row("description: equal", u"text:same"_s, u"text:same"_s, 0);
     }
     void compare() {
         QFETCH(QString, a);
@@ -102,9 +89,8 @@ private slots:
         QTest::addColumn<bool>("ascending");
         QTest::addColumn<QStringList>("items");
         QTest::addColumn<QList<int>>("order");
-        const QStringList mixed{u"fee:11.03.2008:5"_s, u"run:12.03.2008:09:00"_s,
-                                u"day:12.03.2008:45"_s, u"fin:12.03.2008:09:00-09:20"_s,
-                                u"fee:10.03.2008:1"_s};
+        const QStringList mixed{u"fee:11:5"_s, u"run:12:09:00"_s, u"day:12:45"_s,
+                                u"fin:12:09:00-09:20"_s, u"fee:10:1"_s};
         QTest::newRow("unknown column keeps the order")
             << u"State_Col"_s << true << mixed << QList<int>{0, 1, 2, 3, 4};
         QTest::newRow("day ascending")

@@ -37,7 +37,6 @@ private slots:
     }
     void conflicts() {
         QFETCH(QStringList, pauses);
-        QFETCH(bool, hasConflicts);
         QFETCH(Rows, rows);
         PauseList list;
         for (const QString &p : pauses)
@@ -48,7 +47,7 @@ private slots:
             {std::make_shared<PauseEntry>(at(u"12.03.2008 11:00"_s), at(u"12.03.2008 10:00"_s))});
         conflicts.update(list);
 
-        QCOMPARE(conflicts.hasConflicts(), hasConflicts);
+        QTEST(conflicts.hasConflicts(), "hasConflicts");
         for (int row = 0; row < list.size(); ++row) {
             PauseList expected;
             for (int other : rows[row])
@@ -61,42 +60,38 @@ private slots:
         QVERIFY(conflicts.conflictsOf(int(list.size())).isEmpty());
     }
 
+    // The entry runs 09:00-12:00 on 12.03.2008, or since 09:00 with the clock at 10:30.
     void clamping_data() {
         QTest::addColumn<bool>("running");
         QTest::addColumn<bool>("end");
         QTest::addColumn<QString>("proposed");
         QTest::addColumn<QString>("moment");
         QTest::addColumn<bool>("beep");
-        QTest::newRow("start before the entry")
-            << false << false << u"12.03.2008 08:59"_s << u"12.03.2008 09:00"_s << true;
-        QTest::newRow("start at the entry's start")
-            << false << false << u"12.03.2008 09:00"_s << u"12.03.2008 09:00"_s << false;
-        QTest::newRow("start after the entry's end")
-            << false << false << u"12.03.2008 13:00"_s << u"12.03.2008 13:00"_s << false;
-        QTest::newRow("end after the entry")
-            << false << true << u"12.03.2008 12:01"_s << u"12.03.2008 12:00"_s << true;
-        QTest::newRow("end at the entry's end")
-            << false << true << u"12.03.2008 12:00"_s << u"12.03.2008 12:00"_s << false;
-        QTest::newRow("end before the entry's start")
-            << false << true << u"12.03.2008 08:00"_s << u"12.03.2008 08:00"_s << false;
-        QTest::newRow("running, end after now")
-            << true << true << u"12.03.2008 11:00"_s << u"12.03.2008 10:30"_s << true;
-        QTest::newRow("running, end before now")
-            << true << true << u"12.03.2008 10:29"_s << u"12.03.2008 10:29"_s << false;
+        const auto row = [](const char *name, bool running, bool end, const QString &proposed,
+                            const QString &moment, bool beep) {
+            QTest::newRow(name) << running << end << proposed << moment << beep;
+        };
+        row("start before the entry", false, false, u"08:59"_s, u"09:00"_s, true);
+        row("start at the entry's start", false, false, u"09:00"_s, u"09:00"_s, false);
+        row("start after the entry's end", false, false, u"13:00"_s, u"13:00"_s, false);
+        row("end after the entry", false, true, u"12:01"_s, u"12:00"_s, true);
+        row("end at the entry's end", false, true, u"12:00"_s, u"12:00"_s, false);
+        row("end before the entry's start", false, true, u"08:00"_s, u"08:00"_s, false);
+        row("running, end after now", true, true, u"11:00"_s, u"10:30"_s, true);
+        row("running, end before now", true, true, u"10:29"_s, u"10:29"_s, false);
     }
     void clamping() {
         QFETCH(bool, running);
         QFETCH(bool, end);
         QFETCH(QString, proposed);
         QFETCH(QString, moment);
-        QFETCH(bool, beep);
-        Clock::setNow(at(u"12.03.2008 10:30"_s));
-        const auto entry =
-            periodEntry(u"12.03.2008 09:00"_s, running ? QString() : u"12.03.2008 12:00"_s);
-        const auto clamped = end ? PauseConflicts::clampedTo(at(proposed), *entry)
-                                 : PauseConflicts::clampedFrom(at(proposed), *entry);
-        QCOMPARE(clamped.moment, at(moment));
-        QCOMPARE(clamped.beep, beep);
+        const QString day = u"12.03.2008 "_s;
+        Clock::setNow(at(day + u"10:30"_s));
+        const auto entry = periodEntry(day + u"09:00"_s, running ? QString() : day + u"12:00"_s);
+        const auto clamped = end ? PauseConflicts::clampedTo(at(day + proposed), *entry)
+                                 : PauseConflicts::clampedFrom(at(day + proposed), *entry);
+        QCOMPARE(clamped.moment, at(day + moment));
+        QTEST(clamped.beep, "beep");
     }
 };
 

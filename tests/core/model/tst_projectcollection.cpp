@@ -1,9 +1,8 @@
-#include "core/model/ModelFixtures.h"
-
 #include "model/ProjectCollection.h"
 #include "model/ProjectXmlWriter.h"
 #include "platform/ProjectFileLock.h"
 #include "stores/CustomerStorage.h"
+#include "support/ExportSamples.h"
 #include "support/FakeCustomers.h"
 #include "support/Files.h"
 
@@ -12,21 +11,6 @@
 
 using Operation = std::function<void(ProjectCollection &)>;
 Q_DECLARE_METATYPE(Operation)
-
-namespace {
-
-std::shared_ptr<Project> project(const QString &name, float wage = 0.0f, int customer = -1) {
-    return std::make_shared<Project>(name, u""_s, wage, 0, 0, 0, customer, u""_s);
-}
-
-std::shared_ptr<Entry> commented(std::shared_ptr<Entry> entry, const QString &comment,
-                                 const QString &tags = u""_s) {
-    entry->setComment(comment);
-    entry->setTags(tags);
-    return entry;
-}
-
-} // namespace
 
 class TestProjectCollection : public QObject {
     Q_OBJECT
@@ -52,12 +36,14 @@ private slots:
         paused->setDate(u""_s);
         paused->setPauseEntries(
             {std::make_shared<PauseEntry>(at(u"02.11.2026 09:10"_s), at(u"02.11.2026 09:25"_s))});
+        auto review = commented(dayEntry(u"03.11.2026"_s, 30), u"Review"_s);
+        auto design = commented(dayEntry(u"04.11.2026"_s, 45), u"Design"_s);
+        review->setTags(u"urgent"_s);
+        design->setTags(u"Urgent"_s);
         web->addEntry(paused);
-        web->addEntry(commented(dayEntry(u"03.11.2026"_s, 30), u"Review"_s, u"urgent"_s));
-        app->addEntry(commented(dayEntry(u"04.11.2026"_s, 45), u"Design"_s, u"Urgent"_s));
-        auto fee = flatFee(u"05.11.2026"_s, 100.0f);
-        fee->setComment(u"Hosting"_s);
-        app->addEntry(fee);
+        web->addEntry(review);
+        app->addEntry(design);
+        app->addEntry(commented(flatFee(u"05.11.2026"_s, 100.0f), u"Hosting"_s));
         hidden->addEntry(dayEntry(u"06.11.2026"_s, 60));
         m_path = m_folder->filePath(u"projects.xml"_s);
         QVERIFY(writeFile(m_path, ProjectXmlWriter::makeXML({web, app, hidden})));
@@ -66,7 +52,8 @@ private slots:
 
     void cleanup() { Preferences::setShared(nullptr); }
 
-    void loadingSetsTheDocumentUp() {
+    // A load sets the document up; a failed one keeps it.
+    void loading() {
         QCOMPARE(m_collection->projectNames(), (QStringList{u"Web"_s, u"App"_s, u"Hidden"_s}));
         QCOMPARE(m_preferences->stringForKey(u"LastOpenFile"), m_path);
         QVERIFY(!m_collection->dataChanged());
@@ -74,9 +61,7 @@ private slots:
         QCOMPARE(m_collection->undoStack()->count(), 0);
         QVERIFY(m_collection->projectWithName(u"App"_s));
         QVERIFY(!m_collection->projectWithName(u"app"_s));
-    }
 
-    void failedLoadKeepsTheDocument() {
         const QString broken = m_folder->filePath(u"broken.xml"_s);
         QVERIFY(writeFile(broken, "<projects><project></project></projects>"));
         m_collection->undoStack()->push(new QUndoCommand(u"x"_s));

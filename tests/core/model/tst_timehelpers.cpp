@@ -100,28 +100,24 @@ private slots:
         QTest::addColumn<QString>("date");
         QTest::addColumn<bool>("inWeek");
         // 12.03.2008 is a Wednesday.
-        const QString wednesday = u"12.03.2008 15:00"_s;
-        QTest::newRow("Sunday start") << wednesday << 0 << u"09.03.2008 00:00:00"_s << true;
-        QTest::newRow("before Sunday start") << wednesday << 0 << u"08.03.2008 23:59:59"_s << false;
-        QTest::newRow("last second") << wednesday << 0 << u"15.03.2008 23:59:59"_s << true;
-        QTest::newRow("after the last second")
-            << wednesday << 0 << u"16.03.2008 00:00:00"_s << false;
-        QTest::newRow("Monday week, Sunday before")
-            << wednesday << 1 << u"09.03.2008 12:00"_s << false;
-        QTest::newRow("Monday week, Sunday at end")
-            << wednesday << 1 << u"16.03.2008 23:59"_s << true;
-        QTest::newRow("week starts today") << wednesday << 3 << u"12.03.2008 00:00"_s << true;
-        QTest::newRow("week starts today, day before")
-            << wednesday << 3 << u"11.03.2008 23:59"_s << false;
-        QTest::newRow("week starts tomorrow") << wednesday << 4 << u"06.03.2008 00:00"_s << true;
-        QTest::newRow("week starts tomorrow, tomorrow")
-            << wednesday << 4 << u"13.03.2008 00:00"_s << false;
-        QTest::newRow("no date") << wednesday << 0 << QString() << false;
+        const auto row = [](const char *name, int firstDay, const QString &date, bool inWeek,
+                            const QString &now = u"12.03.2008 15:00"_s) {
+            QTest::newRow(name) << now << firstDay << date << inWeek;
+        };
+        row("Sunday start", 0, u"09.03.2008 00:00:00"_s, true);
+        row("before Sunday start", 0, u"08.03.2008 23:59:59"_s, false);
+        row("last second", 0, u"15.03.2008 23:59:59"_s, true);
+        row("after the last second", 0, u"16.03.2008 00:00:00"_s, false);
+        row("Monday week, Sunday before", 1, u"09.03.2008 12:00"_s, false);
+        row("Monday week, Sunday at end", 1, u"16.03.2008 23:59"_s, true);
+        row("week starts today", 3, u"12.03.2008 00:00"_s, true);
+        row("week starts today, day before", 3, u"11.03.2008 23:59"_s, false);
+        row("week starts tomorrow", 4, u"06.03.2008 00:00"_s, true);
+        row("week starts tomorrow, tomorrow", 4, u"13.03.2008 00:00"_s, false);
+        row("no date", 0, QString(), false);
         // The clocks change on the last day of these weeks; the week still ends at Sunday midnight.
-        QTest::newRow("clocks back, late Sunday")
-            << u"22.10.2008 12:00"_s << 1 << u"26.10.2008 23:30"_s << true;
-        QTest::newRow("clocks forward, early Monday")
-            << u"26.03.2008 12:00"_s << 1 << u"31.03.2008 00:30"_s << false;
+        row("clocks back, late Sunday", 1, u"26.10.2008 23:30"_s, true, u"22.10.2008 12:00"_s);
+        row("clocks forward, early Monday", 1, u"31.03.2008 00:30"_s, false, u"26.03.2008 12:00"_s);
     }
     void dateInThisWeek() {
         QFETCH(QString, now);
@@ -152,12 +148,12 @@ private slots:
         QTest::addColumn<QString>("b");
         QTest::addColumn<bool>("sameYear");
         QTest::addColumn<bool>("sameMonth");
-        QTest::newRow("March of two years")
-            << u"07.03.2007 10:00"_s << u"31.03.2008 23:00"_s << false << true;
-        QTest::newRow("two months of a year")
-            << u"31.03.2008 23:59"_s << u"01.04.2008 00:00"_s << true << false;
-        QTest::newRow("New Year's Eve, local time")
-            << u"31.12.2008 23:30"_s << u"01.01.2009 00:30"_s << false << false;
+        const auto row = [](const char *name, const QString &a, const QString &b, bool year,
+                            bool month) { QTest::newRow(name) << a << b << year << month; };
+        row("March of two years", u"07.03.2007 10:00"_s, u"31.03.2008 23:00"_s, false, true);
+        row("two months of a year", u"31.03.2008 23:59"_s, u"01.04.2008 00:00"_s, true, false);
+        row("New Year's Eve, local time", u"31.12.2008 23:30"_s, u"01.01.2009 00:30"_s, false,
+            false);
     }
     void sameYearAndMonth() {
         QFETCH(QString, a);
@@ -172,23 +168,20 @@ private slots:
         QTest::addColumn<QString>("format");
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("shown");
-        const QString en = u"en_US.UTF-8"_s;
-        const QString de = u"de_DE.UTF-8"_s;
-        QTest::newRow("seconds with colon")
-            << u"%H:%M:%S"_s << QString() << u"%H:%M"_s << de << u"13:05"_s;
-        QTest::newRow("%T") << u"%T"_s << QString() << u"%H:%M"_s << de << u"13:05"_s;
-        QTest::newRow("%r from the locale")
-            << u"%r"_s << u"%I:%M:%S %p"_s << u"%I:%M %p"_s << en << u"01:05 PM"_s;
-        QTest::newRow("%r, locale without one")
-            << u"%r"_s << QString() << u"%I:%M %p"_s << en << u"01:05 PM"_s;
-        QTest::newRow("twelve hours written out")
-            << u"%I:%M:%S %p"_s << QString() << u"%I:%M %p"_s << en << u"01:05 PM"_s;
-        QTest::newRow("no seconds")
-            << u"%H.%M Uhr"_s << QString() << u"%H.%M Uhr"_s << de << u"13.05 Uhr"_s;
-        QTest::newRow("month and day cut")
-            << u"%H:%M:%S | %b %e"_s << QString() << u"%H:%M"_s << en << u"13:05"_s;
-        QTest::newRow("full month cut")
-            << u"%I:%M %p | %B %e"_s << QString() << u"%I:%M %p"_s << en << u"01:05 PM"_s;
+        const auto row = [](const char *name, const QString &platform, const QString &twelveHour,
+                            const QString &format, bool german, const QString &shown) {
+            QTest::newRow(name) << platform << twelveHour << format
+                                << (german ? u"de_DE.UTF-8"_s : u"en_US.UTF-8"_s) << shown;
+        };
+        const QString pm = u"01:05 PM"_s;
+        row("seconds with colon", u"%H:%M:%S"_s, QString(), u"%H:%M"_s, true, u"13:05"_s);
+        row("%T", u"%T"_s, QString(), u"%H:%M"_s, true, u"13:05"_s);
+        row("%r from the locale", u"%r"_s, u"%I:%M:%S %p"_s, u"%I:%M %p"_s, false, pm);
+        row("%r, locale without one", u"%r"_s, QString(), u"%I:%M %p"_s, false, pm);
+        row("twelve hours written out", u"%I:%M:%S %p"_s, QString(), u"%I:%M %p"_s, false, pm);
+        row("no seconds", u"%H.%M Uhr"_s, QString(), u"%H.%M Uhr"_s, true, u"13.05 Uhr"_s);
+        row("month and day cut", u"%H:%M:%S | %b %e"_s, QString(), u"%H:%M"_s, false, u"13:05"_s);
+        row("full month cut", u"%I:%M %p | %B %e"_s, QString(), u"%I:%M %p"_s, false, pm);
     }
     void timeFormat() {
         QFETCH(QString, platform);

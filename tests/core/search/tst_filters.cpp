@@ -66,15 +66,11 @@ private slots:
     }
 
     void fileKeepsEveryValue() {
-        RecordingTarget target;
-        FilterController other(m_controller->filtersPath(), *m_preferences, target);
-        QVERIFY(other.loadFilters());
-        QCOMPARE(Filter::archiveList(other.filters()),
-                 Filter::archiveList(m_controller->filters()));
-        const auto entries = other.filters()[0]->entryQuery();
-        QCOMPARE(entries->criterionAtIndex(2)->objectValue().value<RangeValue>(),
+        const QList<Filter::Pointer> read = reread();
+        QCOMPARE(Filter::archiveList(read), Filter::archiveList(m_controller->filters()));
+        QCOMPARE(read[0]->entryQuery()->criterionAtIndex(2)->objectValue().value<RangeValue>(),
                  (RangeValue{10, 10}));
-        QCOMPARE(other.filters()[0]->projectQuery()->auxiliaryDataIntegerValueForKey(u"rows"_s), 7);
+        QCOMPARE(read[0]->projectQuery()->auxiliaryDataIntegerValueForKey(u"rows"_s), 7);
 
         const QString script = uR"(
 f = ref(root['NS.objects'][0])
@@ -181,10 +177,7 @@ print(cls(c), ref(c['mp_sq_crit_identifier']), c['mp_sq_crit_matchkind'],
         m_controller->entryEditorQuery()->setMatchMode(0);
         QCOMPARE(stored->entryQuery()->matchMode(), 1);
         m_controller->sheetDidEnd(0);
-        RecordingTarget target;
-        FilterController reread(m_controller->filtersPath(), *m_preferences, target);
-        reread.loadFilters();
-        QVERIFY(!reread.filters()[0]->projectQuery());
+        QVERIFY(!reread()[0]->projectQuery());
     }
 
     void renamingTheChosenFilterTurnsItOff() {
@@ -221,6 +214,13 @@ print(cls(c), ref(c['mp_sq_crit_identifier']), c['mp_sq_crit_matchkind'],
     }
 
 private:
+    // The filters as another controller reads them from the file.
+    QList<Filter::Pointer> reread() {
+        RecordingTarget target;
+        FilterController other(m_controller->filtersPath(), *m_preferences, target);
+        return other.loadFilters() ? other.filters() : QList<Filter::Pointer>();
+    }
+
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<Preferences> m_preferences;
     RecordingTarget m_target;

@@ -139,7 +139,7 @@ private slots:
         QVERIFY(!criterion->stringMatch(u"AB"_s));
     }
 
-    void constructorsAndSetters() {
+    void constructorsSettersAndTables() {
         QCOMPARE(C::criterionWithFloat(2.75f, 0, {})->objectValue().toFloat(), 2.0f);
         QCOMPARE(C::criterionWithFloat(-2.75f, 0, {})->objectValue().toFloat(), -2.0f);
         auto criterion = C::criterionWithInteger(4, 0, u"effectiveDuration"_s);
@@ -155,9 +155,6 @@ private slots:
         QVERIFY(!C::criterionForDataType(C::ObjectType, 0, {})->objectValue().isValid());
         QCOMPARE(C::criterionForDataType(C::SetType, 14, {})->objectValue().value<IndexSet>(),
                  IndexSet::withIndex(1));
-    }
-
-    void tables() {
         QCOMPARE(C::displayNameForType(12), QString());
         QCOMPARE(C::matchKindsForType(99), QList<int>());
         // Tags offer only these two of the string kinds.

@@ -132,16 +132,6 @@ private slots:
         QVERIFY(!query.auxiliaryDataObjectForKey(u"k"_s).isValid());
     }
 
-    void description() {
-        auto query = queryFor(7);
-        query->setMatchMode(1);
-        QString text = query->description();
-        text.replace(QRegularExpression(u"0x[0-9a-f]+"_s), u"0x0"_s);
-        QCOMPARE(text, QStringLiteral("<MPSearchQuery: 0x0>, match mode = 1; 1 criteria = \n"
-                                      "\t1. <MPSearchCriterion: 0x0> type = 1, matchkind = 0, "
-                                      "value = 7, identifier = n\n"));
-    }
-
     // Every property the filter editor offers is one the items answer.
     void propertiesAreAnswered() {
         const FilterDelegateEntries entries;

@@ -1,19 +1,15 @@
 #include "model/CustomerAssignments.h"
-#include "platform/Preferences.h"
 #include "stores/CustomerSheet.h"
 #include "stores/CustomerStorage.h"
 #include "stores/KeyedArchiver.h"
+#include "support/ExportSamples.h"
 #include "support/Files.h"
 #include "support/PlistScript.h"
 #include "support/RecordingAlerts.h"
 
 #include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QUndoStack>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -52,13 +48,6 @@ QList<int> customersOf(const ProjectList &projects) {
     for (const auto &project : projects)
         ids.append(project->customer());
     return ids;
-}
-
-Customer::Pointer customer(const QString &name, int id = -1) {
-    auto customer = std::make_shared<Customer>();
-    customer->setName(name);
-    customer->setCustomerID(id);
-    return customer;
 }
 
 const QColor projectColor(64, 128, 191);
@@ -120,8 +109,7 @@ private slots:
         const int acme = m_storage->addCustomer(customer(u"Acme"_s));
         m_storage->addCustomer(customer(u"Beta"_s));
         for (int id : {acme, 2, acme, -1})
-            m_document->projects.append(
-                std::make_shared<Project>(u"p"_s, u""_s, 0.0f, 0, 0, 0, id, u""_s));
+            m_document->projects.append(project(u"p"_s, 0.0f, id));
         QSignalSpy changed(m_storage.get(), &CustomerStorage::customersChanged);
         const int updates = m_document->visibleUpdates;
 
@@ -166,21 +154,16 @@ private slots:
         QFETCH(int, selected);
         QFETCH(QString, expected);
         for (int i = 0; i < 3; ++i)
-            m_storage->addCustomer(customer(QString(QChar(u'A' + i))));
-        for (int i = 0; i < 3; ++i)
-            m_storage->customerWithIndex(i)->setVisible(initial[i] == u'1');
+            m_storage->addCustomer(customer(QString(QChar(u'A' + i)), -1, initial[i] == u'1'));
         const int updates = m_document->visibleUpdates;
         QSignalSpy changed(m_storage.get(), &CustomerStorage::customerChanged);
-        if (operation == u"toggle")
-            m_storage->toggleVisible(selected);
-        else if (operation == u"checkAll")
-            m_storage->checkAll();
-        else if (operation == u"checkNone")
-            m_storage->checkNone();
-        else if (operation == u"checkOthers")
-            m_storage->checkOthers(selected);
-        else
-            m_storage->uncheckOthers(selected);
+        const QHash<QString, std::function<void()>> operations{
+            {u"toggle"_s, [&] { m_storage->toggleVisible(selected); }},
+            {u"checkAll"_s, [&] { m_storage->checkAll(); }},
+            {u"checkNone"_s, [&] { m_storage->checkNone(); }},
+            {u"checkOthers"_s, [&] { m_storage->checkOthers(selected); }},
+            {u"uncheckOthers"_s, [&] { m_storage->uncheckOthers(selected); }}};
+        operations[operation]();
         const auto states = [](const CustomerStorage &storage) {
             QString text;
             for (int id = 1; id <= 3; ++id)

@@ -189,11 +189,10 @@ print(items[0], cls(items[1]), items[1]['NS.rangeval.location'],
     }
     void rejectsDamagedArchives() {
         QFETCH(QByteArray, archive);
-        QFETCH(QString, error);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"rejected"_s));
         const auto read = KeyedUnarchiver::unarchive(archive, {});
         QVERIFY(!read.ok);
-        QCOMPARE(read.error, error);
+        QTEST(read.error, "error");
     }
 
     void indexSetsMerge() {
