@@ -409,14 +409,6 @@ private slots:
         QCOMPARE(m_model->data(m_model->index(2, 0)).toString(), u"Web"_s);
     }
 
-    void droppedCustomerIsAssigned() {
-        QMimeData data;
-        data.setData(ProjectListPasteboard::dragCustomerType(), "7");
-        QVERIFY(m_model->dropMimeData(&data, Qt::CopyAction, -1, 0, cell(u"App"_s, -1, 0)));
-        QCOMPARE(m_fixture->app->customer(), 7);
-        QCOMPARE(m_fixture->collection.undoStack()->undoText(), u"Assign customer"_s);
-    }
-
     void droppedCardBecomesTheCustomer() {
         CustomerStorage storage(m_fixture->folder.filePath(u"customers.plist"_s),
                                 m_fixture->collection, m_fixture->preferences);
