@@ -101,18 +101,21 @@ private slots:
         QCOMPARE(m_panel->windowTitle(), u"Beta"_s);
     }
 
-    // The add button runs the open panel in the preferred folder and attaches what it returns.
+    // The add button runs the open panel in the preferred folder and attaches what it returns; a
+    // file chosen twice is attached once, and cancelling changes nothing.
     void addingByOpenPanel() {
         m_fixture->preferences.setObject(u"/srv/files"_s, u"StartingDirectory");
         QSignalSpy changed(m_panel.get(), &AttachmentsPanel::attachmentsChanged);
         const QStringList chosen{path(u"Report.pdf"_s), path(u"Invoices"_s)};
-        QTest::mouseClick(SheetFixture::control<QToolButton>(*m_panel, u"addButton"_s),
-                          Qt::LeftButton);
-        QCOMPARE(m_panelDirectory, u"/srv/files"_s);
-        std::exchange(m_chosen, nullptr)(chosen);
+        for (const QStringList &paths : {chosen, QStringList{path(u"Report.pdf"_s)}, {}}) {
+            QTest::mouseClick(SheetFixture::control<QToolButton>(*m_panel, u"addButton"_s),
+                              Qt::LeftButton);
+            QCOMPARE(m_panelDirectory, u"/srv/files"_s);
+            std::exchange(m_chosen, nullptr)(paths);
+        }
         QCOMPARE(m_entry->attachments(), chosen);
         QCOMPARE(m_table->model()->index(1, 0).data().toString(), u"Invoices"_s);
-        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.count(), 2);
         QVERIFY(m_fixture->collection.dataChanged());
     }
 
@@ -181,6 +184,7 @@ private slots:
         QTest::newRow("folder") << path(u"Invoices"_s) << u"Invoices"_s << u"folder"_s;
         QTest::newRow("address") << u"https://a.com/x"_s << u"https://a.com/x"_s << u"url"_s;
         QTest::newRow("pdf") << path(u"Report.pdf"_s) << u"Report.pdf"_s << u"pdf"_s;
+        QTest::newRow("missing, upper case") << path(u"Gone.PDF"_s) << u"Gone.PDF"_s << u"pdf"_s;
         QTest::newRow("no extension") << path(u"notes"_s) << u"notes"_s << u"default"_s;
     }
     // The name column shows the row's text with the picture of its kind; both columns name the
