@@ -129,11 +129,6 @@ private slots:
         }
         QCOMPARE(checkMarks(customers), marks);
         QCOMPARE(namesOf(m_fixture->collection.visibleProjects()), projects);
-        // The change is in the file at once.
-        CustomerStorage reloaded(customers.customersPath(), m_fixture->collection,
-                                 m_fixture->preferences);
-        reloaded.loadCustomers();
-        QCOMPARE(checkMarks(reloaded), marks);
     }
 
     void menuNeedsSelection_data() {
