@@ -22,6 +22,7 @@ struct SheetFixture {
         , customers(folder.filePath(u"customers.plist"_s), collection, preferences)
         , tags(folder.filePath(u"tags.plist"_s))
         , currency(u"en_US"_s) {
+        QStandardPaths::setTestModeEnabled(true);
         Preferences::setShared(&preferences);
         collection.setCustomerDirectory(&customers);
         for (const QString &name : {u"ACME"_s, u"Bolt"_s}) {

@@ -64,48 +64,39 @@ private slots:
         QCOMPARE(visiblePixels(blank), 0);
     }
 
-    void disabledButtons_data() {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("play") << u"btn_play"_s;
-        QTest::newRow("pause") << u"btn_pause"_s;
-    }
-
     // A disabled button picture has the shape of the enabled one, grey and faded.
     void disabledButtons() {
-        QFETCH(QString, name);
-        const QImage enabled = picture(name);
-        const QImage disabled = picture(name + u"_dis"_s);
-        QCOMPARE(disabled.size(), enabled.size());
-        for (int y = 0; y < disabled.height(); ++y) {
-            for (int x = 0; x < disabled.width(); ++x) {
-                const QString where = u"%1,%2"_s.arg(x).arg(y);
-                const QColor shown = disabled.pixelColor(x, y);
-                const int enabledAlpha = qAlpha(enabled.pixel(x, y));
-                // Nothing outside the enabled shape, and all of it but the faintest edge.
-                QVERIFY2(shown.alpha() == 0 || enabledAlpha > 0, qPrintable(where));
-                QVERIFY2(shown.alpha() > 0 || enabledAlpha < 8, qPrintable(where));
-                QVERIFY2(shown.alpha() <= enabledAlpha * 6 / 10, qPrintable(where));
-                if (shown.alpha() > 32)
-                    QVERIFY2(shown.hsvSaturation() < 80, qPrintable(where));
+        for (const QString &name : {u"btn_play"_s, u"btn_pause"_s}) {
+            const QImage enabled = picture(name);
+            const QImage disabled = picture(name + u"_dis"_s);
+            QCOMPARE(disabled.size(), enabled.size());
+            for (int y = 0; y < disabled.height(); ++y) {
+                for (int x = 0; x < disabled.width(); ++x) {
+                    const QString where = name + u" %1,%2"_s.arg(x).arg(y);
+                    const QColor shown = disabled.pixelColor(x, y);
+                    const int enabledAlpha = qAlpha(enabled.pixel(x, y));
+                    // Nothing outside the enabled shape, and all of it but the faintest edge.
+                    QVERIFY2(shown.alpha() == 0 || enabledAlpha > 0, qPrintable(where));
+                    QVERIFY2(shown.alpha() > 0 || enabledAlpha < 8, qPrintable(where));
+                    QVERIFY2(shown.alpha() <= enabledAlpha * 6 / 10, qPrintable(where));
+                    if (shown.alpha() > 32)
+                        QVERIFY2(shown.hsvSaturation() < 80, qPrintable(where));
+                }
             }
         }
     }
 
-    void trayIsMonochrome_data() {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("menubar") << u"menubar"_s;
-        QTest::newRow("menubar_alt") << u"menubar_alt"_s;
-    }
-
     // The tray pictures use one grey only, as system trays expect.
     void trayIsMonochrome() {
-        QFETCH(QString, name);
-        const QImage image = picture(name);
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                const QColor shown = image.pixelColor(x, y);
-                if (shown.alpha() > 128)
-                    QVERIFY2(shown.hsvSaturation() == 0, qPrintable(u"%1,%2"_s.arg(x).arg(y)));
+        for (const QString &name : {u"menubar"_s, u"menubar_alt"_s}) {
+            const QImage image = picture(name);
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x) {
+                    const QColor shown = image.pixelColor(x, y);
+                    if (shown.alpha() > 128)
+                        QVERIFY2(shown.hsvSaturation() == 0,
+                                 qPrintable(name + u" %1,%2"_s.arg(x).arg(y)));
+                }
             }
         }
     }

@@ -255,6 +255,8 @@ private slots:
         QMimeData data;
         data.setData(ProjectListPasteboard::dragCustomerType(), "1");
         QVERIFY(m_model->dropMimeData(&data, Qt::CopyAction, -1, 0, row(u"Internal"_s)));
+        QCOMPARE(m_fixture->internal->customer(), 1);
+        QCOMPARE(m_fixture->collection.undoStack()->undoText(), u"Assign customer"_s);
         QVERIFY(m_view->isExpanded(row(u"Internal"_s)));
         QVERIFY(m_fixture->internal->expanded());
         QCOMPARE(m_view->selectedIndex(), row(u"Internal"_s));

@@ -11,8 +11,6 @@ class TestCustomerDropBox : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void init() {
         m_fixture = std::make_unique<SheetFixture>();
         m_box =

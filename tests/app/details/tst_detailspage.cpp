@@ -1,11 +1,8 @@
-#include "core/model/ModelFixtures.h"
+#include "app/SheetFixture.h"
 
 #include "details/DetailsPage.h"
 #include "model/LocalTimeFormat.h"
-#include "model/ProjectCollection.h"
-#include "platform/CurrencyFormatter.h"
 #include "platform/LocaleFormat.h"
-#include "stores/CustomerStorage.h"
 
 #include <QTest>
 
@@ -17,8 +14,31 @@ namespace {
 const QString rule = u"<hr style=\"height: 1px; border-style: none; border-color: black; color: "
                      "black; background: black; width: 95%;\">"_s;
 const QString table = u"<table style=\"border-collapse: separate; border-spacing: 4px 0px;\">"_s;
+const QString blank = u"<tr><td>&nbsp;</td></tr>"_s;
 
-// "{Clock}" stands for the address of the program's picture "Clock".
+// The pieces the pages are made of; "{Clock}" stands for the address of the picture "Clock".
+QString icon(const QString &name, int rows) {
+    return uR"(<tr><td colspan="1" rowspan="%2" style="vertical-align: top;"><img src="{%1}" width="32" height="32"></td>)"_s
+        .arg(name)
+        .arg(rows);
+}
+QString plainIcon(const QString &name) {
+    return uR"(<td style="vertical-align: top;"><img src="{%1}" width="32" height="32"></td>)"_s
+        .arg(name);
+}
+QString field(const QString &label, const QString &value) {
+    return uR"(<td style="text-align: right;">%1:</td><td><strong>%2</strong></td></tr>)"_s.arg(
+        label, value);
+}
+QString row(const QString &label, const QString &value) {
+    return u"<tr>"_s + field(label, value);
+}
+// A section of its own: notes, tags or attachments.
+QString section(const QString &name, const QString &cells, int rows = 0) {
+    return rule + table + (rows ? icon(name, rows) : u"<tr>"_s + plainIcon(name)) + cells +
+           u"</table>"_s;
+}
+
 QString withIcons(QString html) {
     const QString images =
         QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../share/hourfold/images"_s);
@@ -32,6 +52,19 @@ std::shared_ptr<Project> project(const QString &name, float wage, int customer) 
     return std::make_shared<Project>(name, u""_s, wage, 0, 0, 0, customer, u""_s);
 }
 
+QString projectHead(const QString &name, const QString &customer, const QString &total,
+                    const QString &wage, const QString &wages) {
+    return u"<h2>"_s + name + u"</h2>"_s + rule + table + icon(u"customer"_s, 3) +
+           field(u"Customer"_s, customer) + row(u"Total duration"_s, total) +
+           u"<tr><td>&nbsp;</td><td></td></tr>"_s + icon(u"dollarsign"_s, 2) +
+           field(u"Hourly wages"_s, wage) + row(u"Total wages"_s, wages) + u"</table>"_s;
+}
+
+QString periodHead(const QString &from, const QString &to) {
+    return table + icon(u"Clock"_s, 3) + field(u"From"_s, from) + row(u"To"_s, to) + blank +
+           icon(u"pause_details"_s, 2);
+}
+
 } // namespace
 
 class TestDetailsPage : public QObject {
@@ -39,30 +72,16 @@ class TestDetailsPage : public QObject {
 
 private slots:
     void initTestCase() {
-        QStandardPaths::setTestModeEnabled(true);
         Clock::setNow(QDateTime(QDate(2026, 11, 22), QTime(10, 7, 30)));
         LocaleFormat::setDateLocale(u"en_US"_s);
         LocalTimeFormat::setFormat(u"%I:%M %p"_s, u"en_US.UTF-8"_s);
     }
 
     void init() {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_preferences = std::make_unique<Preferences>(m_folder->filePath(u"p.conf"_s));
-        Preferences::setShared(m_preferences.get());
-        m_collection = std::make_unique<ProjectCollection>(*m_preferences);
-        m_customers = std::make_unique<CustomerStorage>(m_folder->filePath(u"customers.plist"_s),
-                                                        *m_collection, *m_preferences);
-        m_collection->setCustomerDirectory(m_customers.get());
-        auto acme = std::make_shared<Customer>();
-        acme->setName(u"Acme & Sons"_s);
-        QCOMPARE(m_customers->addCustomer(acme), 1);
+        m_fixture = std::make_unique<SheetFixture>();
+        m_fixture->customers.customerWithID(1)->setName(u"Acme & Sons"_s);
     }
-
-    void cleanup() {
-        m_customers.reset();
-        m_collection.reset();
-        Preferences::setShared(nullptr);
-    }
+    void cleanup() { m_fixture.reset(); }
 
     void itemPages_data() {
         QTest::addColumn<int>("listDateFormat");
@@ -81,36 +100,13 @@ private slots:
                    web->setAttachments(QStringList{u"/home/ann/docs/brief.pdf"_s});
                    return pages.printProjectDetails(*web);
                })
-            << u"<h2>Web &lt;Relaunch&gt;</h2>"_s + rule + table +
-                   uR"(<tr><td colspan="1" rowspan="3" style="vertical-align: top;"><img src="{customer}" width="32" height="32"></td>)"
-                   uR"(<td style="text-align: right;">Customer:</td><td><strong>Acme &amp; Sons</strong></td></tr>)"
-                   uR"(<tr><td style="text-align: right;">Total duration:</td><td><strong>02:30</strong></td></tr>)"
-                   uR"(<tr><td>&nbsp;</td><td></td></tr>)"
-                   uR"(<tr><td colspan="1" rowspan="2" style="vertical-align: top;"><img src="{dollarsign}" width="32" height="32"></td>)"
-                   uR"(<td style="text-align: right;">Hourly wages:</td><td><strong>$60.00</strong></td></tr>)"
-                   uR"(<tr><td style="text-align: right;">Total wages:</td><td><strong>$250.00</strong></td></tr>)"
-                   u"</table>"_s +
-                   rule + table +
-                   uR"(<tr><td style="vertical-align: top;"><img src="{Edit}" width="32" height="32"></td>)"
-                   uR"(<td>New shop<br/>&lt;b&gt;fast&lt;/b&gt;</td></tr></table>)"_s +
-                   rule + table +
-                   uR"(<tr><td style="vertical-align: top;"><img src="{tags}" width="32" height="32"></td>)"
-                   uR"(<td>a, b</td></tr></table>)"_s +
-                   rule + table +
-                   uR"(<tr><td colspan="1" rowspan="1" style="vertical-align: top;"><img src="{attachments}" width="32" height="32"></td>)"
-                   uR"(<td>brief.pdf</td></tr></table>)"_s;
-
+            << projectHead(u"Web &lt;Relaunch&gt;"_s, u"Acme &amp; Sons"_s, u"02:30"_s, u"$60.00"_s,
+                           u"$250.00"_s) +
+                   section(u"Edit"_s, u"<td>New shop<br/>&lt;b&gt;fast&lt;/b&gt;</td></tr>"_s) +
+                   section(u"tags"_s, u"<td>a, b</td></tr>"_s) +
+                   section(u"attachments"_s, u"<td>brief.pdf</td></tr>"_s, 1);
         const QString internalPage =
-            u"<h2>Internal</h2>"_s + rule + table +
-            uR"(<tr><td colspan="1" rowspan="3" style="vertical-align: top;"><img src="{customer}" width="32" height="32"></td>)"
-            uR"(<td style="text-align: right;">Customer:</td><td><strong>none</strong></td></tr>)"
-            uR"(<tr><td style="text-align: right;">Total duration:</td><td><strong>00:00</strong></td></tr>)"
-            uR"(<tr><td>&nbsp;</td><td></td></tr>)"
-            uR"(<tr><td colspan="1" rowspan="2" style="vertical-align: top;"><img src="{dollarsign}" width="32" height="32"></td>)"
-            uR"(<td style="text-align: right;">Hourly wages:</td><td><strong>$0.00</strong></td></tr>)"
-            uR"(<tr><td style="text-align: right;">Total wages:</td><td><strong>$0.00</strong></td></tr>)"
-            u"</table>"_s +
-            rule;
+            projectHead(u"Internal"_s, u"none"_s, u"00:00"_s, u"$0.00"_s, u"$0.00"_s) + rule;
         QTest::newRow("project without customer") << 3 << PageOf([](const DetailsPage &pages) {
             return pages.printProjectDetails(*project(u"Internal"_s, 0.0f, -1));
         }) << internalPage;
@@ -120,29 +116,17 @@ private slots:
                })
             << internalPage;
 
-        const QString runningHead =
-            table +
-            uR"(<tr><td colspan="1" rowspan="3" style="vertical-align: top;"><img src="{Clock}" width="32" height="32"></td>)"
-            uR"(<td style="text-align: right;">From:</td><td><strong>08:30 AM November 22, 2026</strong></td></tr>)"
-            uR"(<tr><td style="text-align: right;">To:</td><td><strong>--:--</strong></td></tr>)"
-            uR"(<tr><td>&nbsp;</td></tr>)"
-            uR"(<tr><td colspan="1" rowspan="2" style="vertical-align: top;"><img src="{pause_details}" width="32" height="32"></td>)"_s;
-        QTest::newRow("running entry")
-            << 3 << PageOf([](const DetailsPage &pages) {
-                   return pages.printEntryDetails(*periodEntry(u"22.11.2026 08:30"_s));
-               })
-            << runningHead +
-                   uR"(<td style="text-align: right;">Pause time:</td><td><strong>00:00</strong></td></tr>)"
-                   u"</table>"_s +
-                   rule;
+        const QString runningHead = periodHead(u"08:30 AM November 22, 2026"_s, u"--:--"_s);
+        QTest::newRow("running entry") << 3 << PageOf([](const DetailsPage &pages) {
+            return pages.printEntryDetails(*periodEntry(u"22.11.2026 08:30"_s));
+        }) << runningHead + field(u"Pause time"_s, u"00:00"_s) + u"</table>"_s + rule;
         QTest::newRow("paused entry")
             << 3 << PageOf([](const DetailsPage &pages) {
                    auto entry = periodEntry(u"22.11.2026 08:30"_s);
                    entry->setPausedAt(at(u"22.11.2026 09:45:10"_s));
                    return pages.printEntryDetails(*entry);
                })
-            << runningHead +
-                   uR"(<td style="text-align: right;">Pause time:</td><td><strong>00:22</strong></td></tr>)"
+            << runningHead + field(u"Pause time"_s, u"00:22"_s) +
                    uR"(<tr><td style="text-align: right;">Paused at:</td><td> <strong>November 22, 2026 09:45 AM</strong></td></tr>)"
                    u"</table>"_s +
                    rule;
@@ -158,62 +142,43 @@ private slots:
                                                      u"/tmp/notes/"_s});
                    return pages.printEntryDetails(*entry);
                })
-            << table +
-                   uR"(<tr><td colspan="1" rowspan="3" style="vertical-align: top;"><img src="{Clock}" width="32" height="32"></td>)"
-                   uR"(<td style="text-align: right;">From:</td><td><strong>01:00 PM November 21, 2026</strong></td></tr>)"
-                   uR"(<tr><td style="text-align: right;">To:</td><td><strong>05:15 PM November 21, 2026</strong></td></tr>)"
-                   uR"(<tr><td>&nbsp;</td></tr>)"
-                   uR"(<tr><td colspan="1" rowspan="2" style="vertical-align: top;"><img src="{pause_details}" width="32" height="32"></td>)"
-                   uR"(<td style="text-align: right;">Pause time:</td><td><strong>00:20</strong></td></tr>)"
-                   u"</table>"_s +
-                   rule + table +
-                   uR"(<tr><td style="vertical-align: top;"><img src="{Edit}" width="32" height="32"></td>)"
-                   uR"(<td>Call<br/>with client</td></tr></table>)"_s +
-                   rule + table +
-                   uR"(<tr><td style="vertical-align: top;"><img src="{tags}" width="32" height="32"></td>)"
-                   uR"(<td>a, b</td></tr></table>)"_s +
-                   rule + table +
-                   uR"(<tr><td colspan="1" rowspan="3" style="vertical-align: top;"><img src="{attachments}" width="32" height="32"></td>)"
-                   uR"(<td>report.pdf</td></tr><tr><td>page.html</td></tr><tr><td>notes</td></tr></table>)"_s;
+            << periodHead(u"01:00 PM November 21, 2026"_s, u"05:15 PM November 21, 2026"_s) +
+                   field(u"Pause time"_s, u"00:20"_s) + u"</table>"_s +
+                   section(u"Edit"_s, u"<td>Call<br/>with client</td></tr>"_s) +
+                   section(u"tags"_s, u"<td>a, b</td></tr>"_s) +
+                   section(u"attachments"_s,
+                           u"<td>report.pdf</td></tr><tr><td>page.html</td></tr>"
+                           "<tr><td>notes</td></tr>"_s,
+                           3);
 
-        const QString dayEntryPage =
-            table +
-            uR"(<tr><td colspan="1" rowspan="3" style="vertical-align: top;"><img src="{Clock}" width="32" height="32"></td>)"
-            uR"(<td style="text-align: right;">Day:</td><td><strong>%1</strong></td></tr>)"
-            uR"(<tr><td style="text-align: right;">Duration:</td><td><strong>01:35</strong></td></tr>)"
-            u"</table>"_s +
-            rule;
         const PageOf dayEntryOf = [](const DetailsPage &pages) {
             return pages.printEntryDetails(*dayEntry(u"20.11.2026"_s, 95));
         };
-        QTest::newRow("day entry") << 3 << dayEntryOf << dayEntryPage.arg(u"November 20, 2026"_s);
-        QTest::newRow("day entry, short dates")
-            << 1 << dayEntryOf << dayEntryPage.arg(u"11/20/26"_s);
+        const auto dayPage = [](const QString &day) -> QString {
+            return table + icon(u"Clock"_s, 3) + field(u"Day"_s, day) +
+                   row(u"Duration"_s, u"01:35"_s) + u"</table>"_s + rule;
+        };
+        QTest::newRow("day entry") << 3 << dayEntryOf << dayPage(u"November 20, 2026"_s);
+        QTest::newRow("day entry, short dates") << 1 << dayEntryOf << dayPage(u"11/20/26"_s);
         QTest::newRow("day entry, full dates")
-            << 4 << dayEntryOf << dayEntryPage.arg(u"Friday, November 20, 2026"_s);
+            << 4 << dayEntryOf << dayPage(u"Friday, November 20, 2026"_s);
 
-        QTest::newRow("flat fee")
-            << 3 << PageOf([](const DetailsPage &pages) {
-                   auto fee = flatFee(u"19.11.2026"_s, 1234.5f);
-                   fee->setComment(u"Hosting"_s);
-                   return pages.printFlatFeeEntryDetails(*fee);
-               })
-            << table +
-                   uR"(<tr><td colspan="1" rowspan="3" style="vertical-align: top;"><img src="{dollarsign}" width="32" height="32"></td>)"
-                   uR"(<td style="text-align: right;">Day:</td><td><strong>November 19, 2026</strong></td></tr>)"
-                   uR"(<tr><td style="text-align: right;">Amount:</td><td><strong>$1,234.50</strong></td></tr>)"
-                   u"</table>"_s +
-                   rule + table +
-                   uR"(<tr><td style="vertical-align: top;"><img src="{Edit}" width="32" height="32"></td>)"
-                   uR"(<td>Hosting</td></tr></table>)"_s +
-                   rule;
+        QTest::newRow("flat fee") << 3 << PageOf([](const DetailsPage &pages) {
+            auto fee = flatFee(u"19.11.2026"_s, 1234.5f);
+            fee->setComment(u"Hosting"_s);
+            return pages.printFlatFeeEntryDetails(*fee);
+        })
+                                  << table + icon(u"dollarsign"_s, 3) +
+                                         field(u"Day"_s, u"November 19, 2026"_s) +
+                                         row(u"Amount"_s, u"$1,234.50"_s) + u"</table>"_s +
+                                         section(u"Edit"_s, u"<td>Hosting</td></tr>"_s) + rule;
     }
     void itemPages() {
         QFETCH(int, listDateFormat);
         QFETCH(PageOf, pageOf);
         QFETCH(QString, expected);
-        m_preferences->setObject(listDateFormat, u"listDateFormat");
-        const DetailsPage pages(*m_collection, *m_customers, m_currency);
+        m_fixture->preferences.setObject(listDateFormat, u"listDateFormat");
+        const DetailsPage pages(m_fixture->collection, m_fixture->customers, m_fixture->currency);
         QCOMPARE(pageOf(pages), withIcons(expected));
     }
 
@@ -232,38 +197,30 @@ private slots:
         auto other = project(u"Other"_s, 100.0f, -1);
         other->addEntry(dayEntry(u"20.11.2026"_s, 600));
         for (const auto &p : {web, hosting, other})
-            m_collection->addProject(p);
-        Customer::Pointer acme = m_customers->customerWithID(1);
+            m_fixture->collection.addProject(p);
+        Customer::Pointer acme = m_fixture->customers.customerWithID(1);
         QImage picture(20, 10, QImage::Format_ARGB32);
         picture.fill(Qt::blue);
         if (withPicture)
             acme->setCustomerImage(picture);
 
-        const DetailsPage pages(*m_collection, *m_customers, m_currency);
+        const DetailsPage pages(m_fixture->collection, m_fixture->customers, m_fixture->currency);
         const DetailsPage::Page page = pages.printCustomerDetails(*acme);
         const QString pictureHtml =
             withPicture ? uR"(<center><img src="customer-image:1" height="64"></center>)"_s
                         : QString();
-        QCOMPARE(
-            page.html,
-            withIcons(
-                u"<h2>Acme &amp; Sons</h2>"_s + pictureHtml + rule + table +
-                uR"(<tr><td style="vertical-align: top;"><img src="{Clock}" width="32" height="32"></td>)"
-                uR"(<td style="text-align: right;">Time spent:</td><td><strong>01:30</strong></td></tr>)"
-                uR"(<tr><td style="vertical-align: top;"><img src="{dollarsign}" width="32" height="32"></td>)"
-                uR"(<td style="text-align: right;">Money:</td><td><strong>$130.00</strong></td></tr>)"
-                u"</table>"_s));
+        QCOMPARE(page.html,
+                 withIcons(u"<h2>Acme &amp; Sons</h2>"_s + pictureHtml + rule + table + u"<tr>"_s +
+                           plainIcon(u"Clock"_s) + field(u"Time spent"_s, u"01:30"_s) + u"<tr>"_s +
+                           plainIcon(u"dollarsign"_s) + field(u"Money"_s, u"$130.00"_s) +
+                           u"</table>"_s));
         QCOMPARE(page.imageUrl, withPicture ? QUrl(u"customer-image:1"_s) : QUrl());
         QCOMPARE(page.image, withPicture ? picture : QImage());
     }
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<Preferences> m_preferences;
-    std::unique_ptr<ProjectCollection> m_collection;
-    std::unique_ptr<CustomerStorage> m_customers;
-    CurrencyFormatter m_currency{u"en_US"_s};
+    std::unique_ptr<SheetFixture> m_fixture;
 };
 
-QTEST_GUILESS_MAIN(TestDetailsPage)
+QTEST_MAIN(TestDetailsPage)
 #include "tst_detailspage.moc"

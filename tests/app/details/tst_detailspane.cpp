@@ -1,10 +1,7 @@
-#include "core/model/ModelFixtures.h"
+#include "app/SheetFixture.h"
 
 #include "details/DetailsPane.h"
-#include "model/ProjectCollection.h"
-#include "platform/CurrencyFormatter.h"
 #include "platform/LocaleFormat.h"
-#include "stores/CustomerStorage.h"
 
 #include <QTest>
 #include <QTextBrowser>
@@ -28,17 +25,19 @@ class TestDetailsPane : public QObject {
 
 private slots:
     void initTestCase() {
-        QStandardPaths::setTestModeEnabled(true);
         Clock::setNow(QDateTime(QDate(2026, 11, 22), QTime(10, 7, 30)));
         LocaleFormat::setDateLocale(u"en_US"_s);
-        Preferences::setShared(&m_preferences);
-        auto acme = std::make_shared<Customer>();
-        acme->setName(u"Acme"_s);
-        m_customers.addCustomer(acme);
-        m_web->addEntry(m_fee);
-        m_collection.addProject(m_web);
     }
-    void cleanupTestCase() { Preferences::setShared(nullptr); }
+    void init() {
+        m_fixture = std::make_unique<SheetFixture>();
+        m_fixture->alpha->addEntry(m_fee);
+        m_pages = std::make_unique<DetailsPage>(m_fixture->collection, m_fixture->customers,
+                                                m_fixture->currency);
+    }
+    void cleanup() {
+        m_pages.reset();
+        m_fixture.reset();
+    }
 
     void showsTheSelectedRow_data() {
         QTest::addColumn<bool>("withProject");
@@ -52,20 +51,21 @@ private slots:
         QFETCH(bool, withProject);
         QFETCH(bool, withItem);
         QFETCH(QString, shownText);
-        DetailsPane pane(m_pages);
+        DetailsPane pane(*m_pages);
         pane.showEntry(*periodEntry(u"22.11.2026 08:30"_s));
         QVERIFY(pane.browser()->toPlainText().contains(u"--:--"_s));
 
-        pane.updateDetails(withProject ? m_web.get() : nullptr, withItem ? m_fee.get() : nullptr);
+        pane.updateDetails(withProject ? m_fixture->alpha.get() : nullptr,
+                           withItem ? m_fee.get() : nullptr);
         const QString text = pane.browser()->toPlainText();
         QCOMPARE(text.isEmpty(), shownText.isEmpty());
         QVERIFY(text.contains(shownText));
     }
 
     void customerPictureIsAnImageResource() {
-        DetailsPane pane(m_pages);
+        DetailsPane pane(*m_pages);
         pane.browser()->resize(400, 300);
-        Customer::Pointer acme = m_customers.customerWithID(1);
+        Customer::Pointer acme = m_fixture->customers.customerWithID(1);
         QImage picture(40, 20, QImage::Format_RGB32);
         picture.fill(QColor(0, 0, 255));
         acme->setCustomerImage(picture);
@@ -88,15 +88,8 @@ private slots:
     }
 
 private:
-    QTemporaryDir m_folder;
-    Preferences m_preferences{m_folder.filePath(u"p.conf"_s)};
-    ProjectCollection m_collection{m_preferences};
-    CustomerStorage m_customers{m_folder.filePath(u"customers.plist"_s), m_collection,
-                                m_preferences};
-    CurrencyFormatter m_currency{u"en_US"_s};
-    DetailsPage m_pages{m_collection, m_customers, m_currency};
-    std::shared_ptr<Project> m_web =
-        std::make_shared<Project>(u"Web"_s, u""_s, 60.0f, 0, 0, 0, 1, u""_s);
+    std::unique_ptr<SheetFixture> m_fixture;
+    std::unique_ptr<DetailsPage> m_pages;
     std::shared_ptr<FlatFeeEntry> m_fee = flatFee(u"19.11.2026"_s, 40.0f);
 };
 

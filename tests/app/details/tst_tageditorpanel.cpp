@@ -1,7 +1,9 @@
 #include "app/SheetFixture.h"
 
 #include "details/TagEditorPanel.h"
+#include "editors/EntrySheet.h"
 #include "editors/FlatFeeSheet.h"
+#include "editors/ProjectSheet.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -22,7 +24,8 @@ QStringList offered(QCompleter *completer) {
 
 } // namespace
 
-// The tag editor and the completion of tag names, on the fixture's tags "Work", "work", "Web".
+// The tag editor, and the tag fields of the sheets: the completion of tag names and what the end
+// of editing does to the tag list, on the fixture's tags "Work", "work", "Web".
 class TestTagEditorPanel : public QObject {
     Q_OBJECT
 
@@ -35,6 +38,7 @@ private slots:
         m_field = SheetFixture::control<QLineEdit>(*m_panel, u"editorTokenField"_s);
     }
     void cleanup() {
+        m_sheet.reset();
         m_panel.reset();
         m_fixture.reset();
     }
@@ -54,7 +58,6 @@ private slots:
             << u"Work,Web"_s << u"return"_s << QStringList{u"Work"_s, u"Web"_s};
         QTest::newRow("repeats once, blanks kept")
             << u"b,x,b, b"_s << u"return"_s << QStringList{u"b"_s, u"x"_s, u" b"_s};
-        QTest::newRow("emptied: one empty name") << QString() << u"return"_s << QStringList{{}};
         QTest::newRow("window closed")
             << u"work,new"_s << u"close"_s << QStringList{u"work"_s, u"new"_s};
         QTest::newRow("main window activated") << u"new"_s << u"leave"_s << QStringList{u"new"_s};
@@ -82,37 +85,30 @@ private slots:
     }
 
     void completion_data() {
-        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("window");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QStringList>("offers");
         QTest::addColumn<QString>("chosen");
-        QTest::newRow("prefix, upper case")
-            << u"sheet"_s << u"W"_s << QStringList{u"Work"_s, u"Web"_s} << u"Web"_s;
+        const QStringList both{u"Work"_s, u"Web"_s};
+        QTest::newRow("prefix, upper case") << u"flat fee"_s << u"W"_s << both << u"Web"_s;
         QTest::newRow("prefix, lower case")
-            << u"sheet"_s << u"w"_s << QStringList{u"work"_s} << u"work"_s;
-        QTest::newRow("the name after the comma")
-            << u"sheet"_s << u"x,Wo"_s << QStringList{u"Work"_s} << u"x,Work"_s;
-        QTest::newRow("no such prefix") << u"sheet"_s << u"Wx"_s << QStringList() << QString();
-        QTest::newRow("a whole name") << u"sheet"_s << u"Work"_s << QStringList() << QString();
+            << u"flat fee"_s << u"w"_s << QStringList{u"work"_s} << u"work"_s;
+        QTest::newRow("no such prefix") << u"flat fee"_s << u"Wx"_s << QStringList() << QString();
+        QTest::newRow("a whole name") << u"flat fee"_s << u"Work"_s << QStringList() << QString();
+        QTest::newRow("entry sheet, the name after the comma")
+            << u"entry"_s << u"x,Wo"_s << QStringList{u"Work"_s} << u"x,Work"_s;
+        QTest::newRow("project sheet") << u"project"_s << u"Web,W"_s << both << u"Web,Work"_s;
         QTest::newRow("tag editor")
             << u"editor"_s << u"Web,wo"_s << QStringList{u"work"_s} << u"Web,work"_s;
     }
     // The name being typed is completed from the known names that start with it, upper and lower
-    // case apart, in the flat-fee sheet as in the tag editor.
+    // case apart, in every tag field.
     void completion() {
-        QFETCH(QString, field);
+        QFETCH(QString, window);
         QFETCH(QString, typed);
         QFETCH(QStringList, offers);
         QFETCH(QString, chosen);
-        FlatFeeSheet sheet(m_fixture->collection, m_fixture->tags, m_fixture->currency,
-                           &m_fixture->window);
-        QLineEdit *tags = m_field;
-        if (field == u"sheet") {
-            m_panel->close();
-            sheet.newFlatFee(m_fixture->alpha);
-            QVERIFY(QTest::qWaitForWindowActive(&sheet));
-            tags = SheetFixture::control<QLineEdit>(sheet, u"flatFeeTokenField"_s);
-        }
+        QLineEdit *tags = tagField(window);
         SheetFixture::type(tags, typed);
         QCompleter *completer = tags->findChild<QCompleter *>();
         QCOMPARE(offered(completer), offers);
@@ -140,9 +136,55 @@ private slots:
         QCOMPARE(m_fixture->tags.tags(), (QStringList{u"Work"_s, u"work"_s, u"Web"_s}));
     }
 
+    void sheetsAddTheirNames_data() {
+        QTest::addColumn<QString>("window");
+        QTest::newRow("flat fee") << u"flat fee"_s;
+        QTest::newRow("entry") << u"entry"_s;
+        QTest::newRow("project") << u"project"_s;
+    }
+    // A sheet's tag field adds its new names to the list when the field is left.
+    void sheetsAddTheirNames() {
+        QFETCH(QString, window);
+        QLineEdit *tags = tagField(window);
+        SheetFixture::type(tags, u"x,Web,new"_s);
+        QTest::keyClick(tags, Qt::Key_Tab);
+        QCOMPARE(m_fixture->tags.tags(),
+                 (QStringList{u"Work"_s, u"work"_s, u"Web"_s, u"x"_s, u"new"_s}));
+    }
+
 private:
+    // The tag field of the window, opened over the main window.
+    QLineEdit *tagField(const QString &window) {
+        if (window == u"editor")
+            return m_field;
+        m_panel->close();
+        SheetFixture &f = *m_fixture;
+        QString name;
+        if (window == u"flat fee") {
+            auto *sheet = new FlatFeeSheet(f.collection, f.tags, f.currency, &f.window);
+            sheet->newFlatFee(f.alpha);
+            m_sheet.reset(sheet);
+            name = u"flatFeeTokenField"_s;
+        } else if (window == u"entry") {
+            auto *sheet = new EntrySheet(f.collection, f.preferences, f.user, &f.tags, &f.window);
+            sheet->newEntry(f.alpha);
+            m_sheet.reset(sheet);
+            name = u"timerTokenField"_s;
+        } else {
+            auto *sheet = new ProjectSheet(f.collection, f.customers, f.tags, f.preferences,
+                                           f.currency, f.user, &f.window);
+            sheet->newProject(-1);
+            m_sheet.reset(sheet);
+            name = u"projectTokenField"_s;
+        }
+        if (!QTest::qWaitForWindowActive(m_sheet.get()))
+            qFatal("the sheet did not come up");
+        return SheetFixture::control<QLineEdit>(*m_sheet, name);
+    }
+
     std::unique_ptr<SheetFixture> m_fixture;
     std::unique_ptr<TagEditorPanel> m_panel;
+    std::unique_ptr<QDialog> m_sheet;
     QLineEdit *m_field = nullptr;
 };
 

@@ -29,10 +29,7 @@ class TestFlatFeeSheet : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() {
-        QStandardPaths::setTestModeEnabled(true);
-        Clock::setNow(at(u"22.11.2026 10:00"_s));
-    }
+    void initTestCase() { Clock::setNow(at(u"22.11.2026 10:00"_s)); }
 
     void init() {
         m_fixture = std::make_unique<SheetFixture>();

@@ -2,9 +2,7 @@
 
 #include "editors/ProjectSheet.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
-#include <QCompleter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -37,8 +35,6 @@ class TestProjectSheet : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void init() {
         m_fixture = std::make_unique<SheetFixture>();
         m_sheet = std::make_unique<ProjectSheet>(
@@ -243,26 +239,6 @@ private slots:
         QVERIFY(!m_sheet->isVisible());
         QCOMPARE(m_fixture->alpha->name(), u"Alpha"_s);
         QCOMPARE(m_fixture->collection.undoStack()->count(), 0);
-    }
-
-    void tagsCompleteTheLastName() {
-        m_sheet->newProject(-1);
-        QVERIFY(QTest::qWaitForWindowActive(m_sheet.get()));
-        auto *field = control<QLineEdit>(u"projectTokenField"_s);
-        field->setFocus();
-        QTest::keyClicks(field, u"Web,W"_s);
-        QCompleter *completer = field->findChild<QCompleter *>();
-        QVERIFY(completer->popup()->isVisible());
-        QStringList offered;
-        for (int row = 0; row < completer->completionModel()->rowCount(); ++row)
-            offered << completer->completionModel()->index(row, 0).data().toString();
-        QCOMPARE(offered, (QStringList{u"Work"_s, u"Web"_s}));
-        QTest::keyClick(completer->popup(), Qt::Key_Down);
-        QTest::keyClick(completer->popup(), Qt::Key_Return);
-        QCOMPARE(field->text(), u"Web,Work"_s);
-        QTest::keyClicks(field, u",new"_s);
-        QTest::keyClick(field, Qt::Key_Tab);
-        QCOMPARE(m_fixture->tags.tags(), (QStringList{u"Work"_s, u"work"_s, u"Web"_s, u"new"_s}));
     }
 
 private:

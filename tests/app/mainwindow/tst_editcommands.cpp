@@ -12,8 +12,6 @@ class TestEditCommands : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void init() {
         m_fixture = std::make_unique<SheetFixture>();
         m_entry = dayEntry(u"02.02.2008"_s, 30);
@@ -78,29 +76,17 @@ private slots:
                                   << QStringList{u"Alpha"_s, u"Beta"_s} << 1;
     }
 
+    // What a deletion does to the document, and its undo, is the document's (tested with it):
+    // here, that the row's kind picks the deletion, without asking.
     void deleteAsksNothing() {
         QFETCH(Row, row);
-        QFETCH(QString, actionName);
-        QFETCH(QStringList, projects);
-        QFETCH(int, alphaItems);
         // The list names the project the row is shown under; an item leaves its own project.
         QVERIFY(m_commands->deleteSelection(m_fixture->alpha, itemOf(row)));
         QCOMPARE(m_fixture->user.alerts.size(), 0);
-        QCOMPARE(m_fixture->collection.projectNames(), projects);
-        QCOMPARE(m_fixture->alpha->entries().size(), alphaItems);
+        QTEST(m_fixture->collection.projectNames(), "projects");
+        QTEST(int(m_fixture->alpha->entries().size()), "alphaItems");
         QVERIFY(!m_fixture->alpha->entries().contains(itemOf(row)) || row == Row::Project);
-
-        QUndoStack *undo = m_fixture->collection.undoStack();
-        QCOMPARE(undo->undoText(), actionName);
-        undo->undo();
-        // A deleted project comes back at the end of the list.
-        const QStringList restored = row == Row::Project ? QStringList{u"Beta"_s, u"Alpha"_s}
-                                                         : QStringList{u"Alpha"_s, u"Beta"_s};
-        QCOMPARE(m_fixture->collection.projectNames(), restored);
-        QCOMPARE(m_fixture->alpha->entries().size(), 2);
-        undo->redo();
-        QCOMPARE(m_fixture->collection.projectNames(), projects);
-        QCOMPARE(m_fixture->alpha->entries().size(), alphaItems);
+        QTEST(m_fixture->collection.undoStack()->undoText(), "actionName");
     }
 
 private:

@@ -1,9 +1,7 @@
-#include "core/model/ModelFixtures.h"
+#include "app/SheetFixture.h"
 
 #include "TimeControlWidget.h"
 #include "WBTimeControl.h"
-#include "model/ProjectCollection.h"
-#include "platform/CurrencyFormatter.h"
 #include "platform/LocaleFormat.h"
 #include "preferences/PreferencesForm.h"
 #include "preferences/PreferencesWindow.h"
@@ -17,7 +15,6 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QSpinBox>
-#include <QTabWidget>
 #include <QTest>
 
 using Drive = std::function<void(PreferencesWindow &)>;
@@ -58,22 +55,10 @@ class TestPreferencesWindow : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() {
-        QStandardPaths::setTestModeEnabled(true);
-        LocaleFormat::setDateLocale(u"en_US"_s);
-    }
+    void initTestCase() { LocaleFormat::setDateLocale(u"en_US"_s); }
 
-    void init() {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_preferences = std::make_unique<Preferences>(m_folder->filePath(u"p.conf"_s));
-        Preferences::setShared(m_preferences.get());
-        m_collection = std::make_unique<ProjectCollection>(*m_preferences);
-    }
-
-    void cleanup() {
-        m_collection.reset();
-        Preferences::setShared(nullptr);
-    }
+    void init() { m_fixture = std::make_unique<SheetFixture>(); }
+    void cleanup() { m_fixture.reset(); }
 
     void controlsWriteTheirSetting_data() {
         QTest::addColumn<QVariantMap>("given");
@@ -159,28 +144,30 @@ private slots:
         QFETCH(Drive, drive);
         QFETCH(QVariant, expected);
         for (auto it = given.cbegin(); it != given.cend(); ++it)
-            m_preferences->setObject(it.value(), it.key());
-        PreferencesWindow window(*m_preferences, *m_collection, m_currency);
+            m_fixture->preferences.setObject(it.value(), it.key());
+        PreferencesWindow window(m_fixture->preferences, m_fixture->collection,
+                                 m_fixture->currency);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QSignalSpy changed(m_preferences.get(), &Preferences::valueChanged);
+        QSignalSpy changed(&m_fixture->preferences, &Preferences::valueChanged);
 
         drive(window);
         QCOMPARE(changed.count(), 1);
         QCOMPARE(changed.first().first().toString(), key);
-        const QVariant stored = m_preferences->objectForKey(key);
+        const QVariant stored = m_fixture->preferences.objectForKey(key);
         QCOMPARE(stored.metaType(), expected.metaType());
         QCOMPARE(stored, expected);
     }
 
     void hidingFadedProjectsReachesTheDocument() {
-        PreferencesWindow window(*m_preferences, *m_collection, m_currency);
+        PreferencesWindow window(m_fixture->preferences, m_fixture->collection,
+                                 m_fixture->currency);
         auto *box = control<QCheckBox>(window, u"hideFadedProjects"_s);
         box->click();
-        QVERIFY(m_collection->hideFadedProjects());
+        QVERIFY(m_fixture->collection.hideFadedProjects());
         box->click();
-        QVERIFY(!m_collection->hideFadedProjects());
-        QVERIFY(!m_preferences->boolForKey(u"hideFadedProjects"));
+        QVERIFY(!m_fixture->collection.hideFadedProjects());
+        QVERIFY(!m_fixture->preferences.boolForKey(u"hideFadedProjects"));
     }
 
     void dateStyleRows_data() {
@@ -191,23 +178,22 @@ private slots:
         QTest::newRow("medium") << 2 << 1 << u"Mar 24, 2001"_s;
         QTest::newRow("long") << 3 << 2 << u"March 24, 2001"_s;
         QTest::newRow("full") << 4 << 3 << u"Saturday, March 24, 2001"_s;
+        QTest::newRow("none: the medium row") << 0 << 1 << u"Mar 24, 2001"_s;
+        QTest::newRow("unknown: the medium row") << 5 << 1 << u"Mar 24, 2001"_s;
     }
     void dateStyleRows() {
         QFETCH(int, listDateFormat);
         QFETCH(int, row);
         QFETCH(QString, title);
         QCOMPARE(PreferencesForm::rowOfDateFormat(listDateFormat), row);
-        QCOMPARE(PreferencesForm::dateFormatOfRow(row), listDateFormat);
-        m_preferences->setObject(listDateFormat, u"listDateFormat");
-        PreferencesWindow window(*m_preferences, *m_collection, m_currency);
+        if (listDateFormat >= 1 && listDateFormat <= 4)
+            QCOMPARE(PreferencesForm::dateFormatOfRow(row), listDateFormat);
+        m_fixture->preferences.setObject(listDateFormat, u"listDateFormat");
+        PreferencesWindow window(m_fixture->preferences, m_fixture->collection,
+                                 m_fixture->currency);
         auto *button = control<QRadioButton>(window, u"listDateFormat"_s + QString::number(row));
         QCOMPARE(button->text(), title);
         QVERIFY(button->isChecked());
-    }
-
-    void unknownDateStyleShowsTheMediumRow() {
-        QCOMPARE(PreferencesForm::rowOfDateFormat(0), 1);
-        QCOMPARE(PreferencesForm::rowOfDateFormat(5), 1);
     }
 
     void controlsShowTheStoredValues() {
@@ -218,12 +204,12 @@ private slots:
             {u"useReminders"_s, true},         {u"runningReminderInterval"_s, 30},
             {u"pausedReminderInterval"_s, 12}, {u"reminderType"_s, 1}};
         for (auto it = stored.cbegin(); it != stored.cend(); ++it)
-            m_preferences->setObject(it.value(), it.key());
-        m_preferences->setColor(QColor(0, 128, 0), u"projectColor");
-        m_preferences->synchronize();
+            m_fixture->preferences.setObject(it.value(), it.key());
+        m_fixture->preferences.setColor(QColor(0, 128, 0), u"projectColor");
+        m_fixture->preferences.synchronize();
         // What the file holds, read afresh, as at a new start.
-        Preferences reread(m_preferences->filePath());
-        PreferencesWindow window(reread, *m_collection, m_currency);
+        Preferences reread(m_fixture->preferences.filePath());
+        PreferencesWindow window(reread, m_fixture->collection, m_fixture->currency);
         window.show();
 
         QVERIFY(control<QCheckBox>(window, u"saveOnExit"_s)->isChecked());
@@ -276,31 +262,25 @@ private slots:
         QFETCH(QVariantMap, given);
         QFETCH(QString, name);
         QFETCH(bool, enabled);
-        PreferencesWindow window(*m_preferences, *m_collection, m_currency);
+        PreferencesWindow window(m_fixture->preferences, m_fixture->collection,
+                                 m_fixture->currency);
         for (auto it = given.cbegin(); it != given.cend(); ++it)
-            m_preferences->setObject(it.value(), it.key());
+            m_fixture->preferences.setObject(it.value(), it.key());
         QCOMPARE(control<QWidget>(window, name)->isEnabled(), enabled);
     }
 
     void aNormalWindowThatEscapeCloses() {
-        PreferencesWindow window(*m_preferences, *m_collection, m_currency);
+        PreferencesWindow window(m_fixture->preferences, m_fixture->collection,
+                                 m_fixture->currency);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QCOMPARE(window.windowModality(), Qt::NonModal);
-        const QTabWidget *pages = window.pages();
-        QCOMPARE(pages->count(), 3);
-        QCOMPARE(pages->tabText(0), u"General"_s);
-        QCOMPARE(pages->tabText(1), u"Display"_s);
-        QCOMPARE(pages->tabText(2), u"Reminders"_s);
         QTest::keyClick(&window, Qt::Key_Escape);
         QVERIFY(!window.isVisible());
     }
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<Preferences> m_preferences;
-    std::unique_ptr<ProjectCollection> m_collection;
-    CurrencyFormatter m_currency{u"en_US"_s};
+    std::unique_ptr<SheetFixture> m_fixture;
 };
 
 QTEST_MAIN(TestPreferencesWindow)
