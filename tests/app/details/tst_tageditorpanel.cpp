@@ -77,6 +77,8 @@ private slots:
         QTest::newRow("repeats once, blanks kept")
             << u"b,x,b, b"_s << u"return"_s << QStringList{u"b"_s, u"x"_s, u" b"_s};
         QTest::newRow("emptied: one empty name") << QString() << u"return"_s << QStringList{{}};
+        QTest::newRow("a comma taken back")
+            << u"Work,x\b\bWeb"_s << u"return"_s << QStringList{u"WorkWeb"_s};
         QTest::newRow("window closed")
             << u"work,new"_s << u"close"_s << QStringList{u"work"_s, u"new"_s};
         QTest::newRow("main window activated") << u"new"_s << u"leave"_s << QStringList{u"new"_s};
