@@ -1,41 +1,13 @@
 #include "ProjectListModel.h"
 
-#include "ActionTableColumn.h"
-#include "Pictures.h"
-#include "ProjectListPasteboard.h"
-#include "model/Clock.h"
 #include "model/ProjectCollection.h"
 #include "model/StoredForms.h"
-#include "platform/CurrencyFormatter.h"
-#include "platform/DroppedFiles.h"
 #include "platform/Preferences.h"
-#include "stores/CustomerStorage.h"
-#include "stores/VCardReader.h"
 
 #include <QGuiApplication>
 #include <QSet>
-#include <QUrl>
 
 namespace {
-
-const QStringList &columnIdentifiers() {
-    static const QStringList identifiers{
-        QStringLiteral("Day_Col"), QStringLiteral("Description_Col"),
-        QStringLiteral("Duration_Col"), QStringLiteral("Action_Col"), QStringLiteral("State_Col")};
-    return identifiers;
-}
-
-int alignmentOf(int column) {
-    switch (column) {
-    case ProjectListModel::DurationColumn:
-        return int(Qt::AlignRight | Qt::AlignVCenter);
-    case ProjectListModel::StateColumn:
-    case ProjectListModel::ActionColumn:
-        return int(Qt::AlignCenter);
-    default:
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
-    }
-}
 
 // The same items, possibly in another order.
 bool sameItems(const ItemList &a, const ItemList &b) {
@@ -52,14 +24,6 @@ bool sameItems(const ItemList &a, const ItemList &b) {
     return true;
 }
 
-bool hasAnyFormat(const QMimeData &data, const QStringList &types) {
-    for (const QString &type : types) {
-        if (data.hasFormat(type))
-            return true;
-    }
-    return false;
-}
-
 } // namespace
 
 ProjectListModel::ProjectListModel(ProjectCollection &collection, Preferences &preferences,
@@ -67,9 +31,9 @@ ProjectListModel::ProjectListModel(ProjectCollection &collection, Preferences &p
     : QAbstractItemModel(parent)
     , m_collection(collection)
     , m_preferences(preferences)
-    , m_currency(currency)
-    , m_colors(QGuiApplication::palette()) {
-    readPreferences();
+    , m_cells(collection, currency, QGuiApplication::palette())
+    , m_drops(collection) {
+    m_cells.readPreferences(preferences);
     for (const auto &project : collection.visibleProjects()) {
         m_nodes.push_back(makeNode(project));
         m_nodeOf.insert(project.get(), m_nodes.back().get());
@@ -89,20 +53,8 @@ ProjectListModel::ProjectListModel(ProjectCollection &collection, Preferences &p
 ProjectListModel::~ProjectListModel() = default;
 
 void ProjectListModel::setPalette(const QPalette &palette) {
-    m_colors = RowColors(palette);
+    m_cells.setPalette(palette);
     emitAllChanged();
-}
-
-QString ProjectListModel::columnIdentifier(int column) {
-    return columnIdentifiers().value(column);
-}
-
-int ProjectListModel::columnForIdentifier(QStringView identifier) {
-    for (int column = 0; column < ColumnCount; ++column) {
-        if (columnIdentifiers()[column] == identifier)
-            return column;
-    }
-    return -1;
 }
 
 ProjectListModel::Node *ProjectListModel::nodeOf(const QModelIndex &index) const {
@@ -384,21 +336,10 @@ void ProjectListModel::emitAllChanged() {
     }
 }
 
-void ProjectListModel::readPreferences() {
-    m_useProjectColor = m_preferences.boolForKey(u"useProjectColor");
-    m_useUnfinishedEntryColor = m_preferences.boolForKey(u"useUnfinishedEntryColor");
-    m_projectColor = m_preferences.colorForKey(u"projectColor");
-    m_unfinishedEntryColor = m_preferences.colorForKey(u"unfinishedEntryColor");
-}
-
 void ProjectListModel::preferenceChanged(const QString &key) {
-    static const QStringList shownKeys{
-        QStringLiteral("useProjectColor"), QStringLiteral("useUnfinishedEntryColor"),
-        QStringLiteral("projectColor"), QStringLiteral("unfinishedEntryColor"),
-        QStringLiteral("listDateFormat")};
-    if (!shownKeys.contains(key))
+    if (!ProjectListCells::isShownPreference(key))
         return;
-    readPreferences();
+    m_cells.readPreferences(m_preferences);
     emitAllChanged();
 }
 
@@ -419,110 +360,19 @@ Qt::CheckState ProjectListModel::checkStateOf(const Node &node) const {
     return *node.checkState;
 }
 
-QString ProjectListModel::runningDuration(const ProjectItem &item) const {
-    const auto &entry = static_cast<const Entry &>(item);
-    const QDateTime start = entry.fromAsDate();
-    const QDateTime now = Clock::now();
-    const int minutes = int(start.secsTo(now) / 60);
-    return StoredForms::durationText(minutes - entry.pauseTimeWithPeriodFrom(start, now));
-}
-
 QVariant ProjectListModel::data(const QModelIndex &index, int role) const {
     if (!index.isValid() || index.model() != this)
         return {};
     if (role == Qt::TextAlignmentRole)
-        return alignmentOf(index.column());
+        return ProjectListCells::alignment(index.column());
     if (const Node *node = parentNode(index))
-        return itemData(*node->items[index.row()], index.column(), role);
-    return projectData(*m_nodes[size_t(index.row())], index.column(), role);
-}
-
-QVariant ProjectListModel::projectData(const Node &node, int column, int role) const {
-    const Project &project = *node.project;
-    switch (role) {
-    case Qt::DisplayRole:
-        switch (column) {
-        case DayColumn:
-            return project.name();
-        case DescriptionColumn:
-            return project.description();
-        case DurationColumn:
-            return StoredForms::durationText(totalDurationOf(node));
-        default:
-            return {};
-        }
-    case Qt::ToolTipRole:
-        if (column == DescriptionColumn && !project.description().isEmpty())
-            return project.description();
-        return {};
-    case Qt::CheckStateRole:
-        return column == StateColumn ? QVariant(int(checkStateOf(node))) : QVariant();
-    case ActionImagesRole:
-        return column == ActionColumn ? QVariant(ActionTableColumn::imagesForProjectRow())
-                                      : QVariant();
-    case Qt::ForegroundRole:
-        return m_collection.isProjectFiltered(project) ? RowColors::faded(m_colors.text())
-                                                       : m_colors.text();
-    case Qt::BackgroundRole:
-        return m_useProjectColor ? QVariant(m_colors.tint(m_projectColor)) : QVariant();
-    default:
-        return {};
-    }
-}
-
-QVariant ProjectListModel::itemData(const ProjectItem &item, int column, int role) const {
-    switch (role) {
-    case Qt::DisplayRole:
-        switch (column) {
-        case DayColumn:
-            return item.hasPeriod() ? static_cast<const Entry &>(item).formattedFromDate()
-                                    : item.formattedDay();
-        case DescriptionColumn:
-            return item.comment();
-        case DurationColumn:
-            if (item.isFlatFee())
-                return m_currency.format(static_cast<const FlatFeeEntry &>(item).amount());
-            if (item.isWorking())
-                return runningDuration(item);
-            return static_cast<const Entry &>(item).formattedEffectiveTime();
-        default:
-            return {};
-        }
-    case ImageNameRole:
-        if (column != DayColumn)
-            return {};
-        return item.attachments().isEmpty() ? QStringLiteral("clip_blank") : QStringLiteral("clip");
-    case Qt::DecorationRole: {
-        if (column != DayColumn)
-            return {};
-        const QIcon icon = Pictures::icon(itemData(item, column, ImageNameRole).toString());
-        return icon.isNull() ? QVariant() : QVariant(icon);
-    }
-    case Qt::ToolTipRole:
-        if (column == DescriptionColumn && !item.comment().isEmpty())
-            return item.comment();
-        return {};
-    case Qt::CheckStateRole:
-        return column == StateColumn ? QVariant(int(item.isChecked() ? Qt::Checked : Qt::Unchecked))
-                                     : QVariant();
-    case ActionImagesRole:
-        return column == ActionColumn ? QVariant(ActionTableColumn::imagesForItemRow(item))
-                                      : QVariant();
-    case Qt::ForegroundRole: {
-        QColor color = m_colors.text();
-        if (item.isPaused())
-            color = m_colors.pausedText();
-        else if (column == DurationColumn && item.isWorking())
-            color = m_colors.runningText();
-        return m_collection.isEntryFiltered(item) ? RowColors::faded(color) : color;
-    }
-    case Qt::BackgroundRole:
-        if (m_useUnfinishedEntryColor && item.isEntry() && item.isWorking())
-            return m_colors.tint(m_unfinishedEntryColor);
-        return {};
-    default:
-        return {};
-    }
+        return m_cells.itemData(*node->items[index.row()], index.column(), role);
+    const Node &node = *m_nodes[size_t(index.row())];
+    if (role == Qt::DisplayRole && index.column() == DurationColumn)
+        return StoredForms::durationText(totalDurationOf(node));
+    if (role == Qt::CheckStateRole)
+        return index.column() == StateColumn ? QVariant(int(checkStateOf(node))) : QVariant();
+    return m_cells.projectData(*node.project, index.column(), role);
 }
 
 bool ProjectListModel::setData(const QModelIndex &index, const QVariant &value, int role) {
@@ -555,22 +405,7 @@ void ProjectListModel::setChecked(const QModelIndex &index, bool checked) {
 QVariant ProjectListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
         return {};
-    if (role == Qt::TextAlignmentRole)
-        return alignmentOf(section);
-    if (role != Qt::DisplayRole)
-        return {};
-    switch (section) {
-    case DayColumn:
-        return tr("Day");
-    case DescriptionColumn:
-        return tr("Description");
-    case DurationColumn:
-        return tr("Duration");
-    case StateColumn:
-        return tr("State");
-    default:
-        return QString();
-    }
+    return ProjectListCells::headerData(section, role);
 }
 
 Qt::ItemFlags ProjectListModel::flags(const QModelIndex &index) const {
@@ -600,11 +435,7 @@ void ProjectListModel::setProjectExpanded(const QModelIndex &index, bool expande
 }
 
 QStringList ProjectListModel::mimeTypes() const {
-    return QStringList{ProjectListPasteboard::dragEntriesType(),
-                       ProjectListPasteboard::dragFlatFeeEntriesType(),
-                       ProjectListPasteboard::dragProjectsType(),
-                       ProjectListPasteboard::dragCustomerType(), QStringLiteral("text/uri-list")} +
-           ProjectListPasteboard::vCardTypes();
+    return ProjectListDrops::mimeTypes();
 }
 
 Qt::DropActions ProjectListModel::supportedDropActions() const {
@@ -619,141 +450,24 @@ QMimeData *ProjectListModel::mimeData(const QModelIndexList &indexes) const {
     // Only the first dragged row counts.
     if (indexes.isEmpty() || !nodeOf(indexes.first()))
         return nullptr;
-    const QModelIndex &first = indexes.first();
-    QMimeData *data = nullptr;
-    if (auto item = itemAt(first)) {
-        m_draggedItem = item;
-        data = ProjectListPasteboard::dragData(*item);
-    } else {
-        m_draggedItem.reset();
-        const auto project = projectAt(first);
-        const ProjectList &list = m_collection.hideFadedProjects() ? m_collection.visibleProjects()
-                                                                   : m_collection.projectArray();
-        data = ProjectListPasteboard::dragData(int(list.indexOf(project)));
-    }
-    m_dragData = data;
-    return data;
+    return m_drops.dragData(itemAt(indexes.first()), projectAt(indexes.first()));
 }
 
 bool ProjectListModel::canDropMimeData(const QMimeData *data, Qt::DropAction, int row, int,
                                        const QModelIndex &parent) const {
-    if (!data)
-        return false;
-    const bool onRow = row < 0 && nodeOf(parent);
-    if (hasAnyFormat(*data, QStringList{ProjectListPasteboard::dragEntriesType(),
-                                        ProjectListPasteboard::dragFlatFeeEntriesType(),
-                                        ProjectListPasteboard::dragCustomerType()} +
-                                ProjectListPasteboard::vCardTypes()))
-        return onRow && isProjectRow(parent);
-    if (data->hasFormat(ProjectListPasteboard::dragProjectsType()))
-        return !parent.isValid();
-    if (!DroppedFiles::localFiles(*data).isEmpty())
-        return onRow;
-    return true;
+    return data && ProjectListDrops::canDrop(*data, row < 0 && nodeOf(parent), isProjectRow(parent),
+                                             !parent.isValid());
 }
 
 bool ProjectListModel::dropMimeData(const QMimeData *data, Qt::DropAction action, int row,
                                     int column, const QModelIndex &parent) {
     if (!canDropMimeData(data, action, row, column, parent))
         return false;
-    const auto target = projectAt(parent);
-    if (data->hasFormat(ProjectListPasteboard::dragEntriesType()) ||
-        data->hasFormat(ProjectListPasteboard::dragFlatFeeEntriesType()))
-        return dropEntry(*data, target);
-    if (data->hasFormat(ProjectListPasteboard::dragCustomerType()))
-        return dropCustomer(*data, target);
-    if (hasAnyFormat(*data, ProjectListPasteboard::vCardTypes()))
-        return dropVCard(*data, target);
-    if (data->hasFormat(ProjectListPasteboard::dragProjectsType()))
-        return dropProject(*data, row);
-    if (!DroppedFiles::localFiles(*data).isEmpty())
-        return dropFiles(*data, parent);
-    return true;
-}
-
-bool ProjectListModel::dropEntry(const QMimeData &data, const std::shared_ptr<Project> &target) {
-    const auto dragged = m_draggedItem.lock();
-    if (dragged && &data == m_dragData.data()) {
-        // Dropped on its own project, it stays where it is.
-        if (dragged->parent() == target.get())
-            return true;
-        // The item itself moves: it keeps its check mark and attachments.
-        m_collection.moveEntries({dragged}, target);
-    } else {
-        const bool isEntry = data.hasFormat(ProjectListPasteboard::dragEntriesType());
-        const auto item = isEntry ? ProjectListPasteboard::entryFromArchive(
-                                        data.data(ProjectListPasteboard::dragEntriesType()))
-                                  : ProjectListPasteboard::flatFeeFromArchive(
-                                        data.data(ProjectListPasteboard::dragFlatFeeEntriesType()));
-        if (!item)
-            return false;
-        m_collection.addEntry(item, target, tr("Move Entry"));
-    }
-    m_collection.setDataChanged(true);
-    emit dropFinished(indexOfProject(*target), true);
-    return true;
-}
-
-bool ProjectListModel::dropProject(const QMimeData &data, int row) {
-    bool ok = false;
-    const int dragged =
-        QString::fromLatin1(data.data(ProjectListPasteboard::dragProjectsType())).toInt(&ok);
-    const ProjectList &list = m_collection.hideFadedProjects() ? m_collection.visibleProjects()
-                                                               : m_collection.projectArray();
-    if (!ok || dragged < 0 || dragged >= list.size())
-        return false;
-    const auto project = list[dragged];
-    // A drop below the last row puts the project at the end.
-    m_collection.moveProject(project, row < 0 ? int(m_nodes.size()) : row);
-    m_collection.setDataChanged(true);
-    emit dropFinished(indexOfProject(*project), false);
-    return true;
-}
-
-bool ProjectListModel::dropCustomer(const QMimeData &data, const std::shared_ptr<Project> &target) {
-    bool ok = false;
-    const int customer = QString::fromUtf8(data.data(ProjectListPasteboard::dragCustomerType()))
-                             .trimmed()
-                             .toInt(&ok);
-    if (!ok)
-        return false;
-    m_collection.assignCustomerWithID(customer, target);
-    m_collection.setDataChanged(true);
-    emit dropFinished(indexOfProject(*target), true);
-    return true;
-}
-
-bool ProjectListModel::dropVCard(const QMimeData &data, const std::shared_ptr<Project> &target) {
-    if (!m_customers)
-        return false;
-    QByteArray card;
-    for (const QString &type : ProjectListPasteboard::vCardTypes()) {
-        if (data.hasFormat(type)) {
-            card = data.data(type);
-            break;
-        }
-    }
-    if (VCardReader::read(card).isEmpty())
-        return false;
-    QUndoStack *undo = m_collection.undoStack();
-    undo->beginMacro(tr("Assign customer"));
-    const int customer = m_customers->addCustomersFromVCard(card);
-    m_collection.assignCustomerWithID(customer, target);
-    undo->endMacro();
-    m_collection.setDataChanged(true);
-    emit dropFinished(indexOfProject(*target), true);
-    return true;
-}
-
-bool ProjectListModel::dropFiles(const QMimeData &data, const QModelIndex &target) {
-    const QStringList paths = DroppedFiles::localFiles(data);
-    const auto item = itemAt(target);
-    const auto project = projectAt(target);
-    if (item)
-        item->addAttachments(paths);
-    else
-        project->addAttachments(paths);
-    m_collection.setDataChanged(true);
-    emit dropFinished(item ? indexOfItem(*item) : indexOfProject(*project), true);
-    return true;
+    const ProjectListDrops::Outcome outcome =
+        m_drops.drop(*data, projectAt(parent), itemAt(parent), row, int(m_nodes.size()));
+    if (outcome.project)
+        emit dropFinished(outcome.item ? indexOfItem(*outcome.item)
+                                       : indexOfProject(*outcome.project),
+                          outcome.expand);
+    return outcome.taken;
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "RowColors.h"
+#include "ProjectListCells.h"
+#include "ProjectListDrops.h"
 #include "model/Project.h"
 
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QMimeData>
-#include <QPointer>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -20,13 +20,10 @@ class ProjectCollection;
 // each its items (those that pass the filter and search text while either is active). Five columns
 // in the order Day, Description, Duration, Action, State.
 //
-// Cells. A project row shows its name in the Day column, its description, the total of its
-// finished and shown timed entries, the action button and a check box: checked when every shown
-// item is checked, partly checked when some are, unchecked otherwise (also without items). An item
-// row shows its day (a period's start date) with the picture "clip" when it has attachments,
-// "clip_blank" otherwise, its comment, its duration (a running entry's counted up to now, a flat
-// fee's amount), the action button of a running entry and its check mark. Colours follow
-// RowColors; project rows and unfinished entries are tinted when the preferences ask for it.
+// Cells are drawn as ProjectListCells says; the model adds a project row's total of its finished
+// and shown timed entries and its check box: checked when every shown item is checked, partly
+// checked when some are, unchecked otherwise (also without items). Drags and drops are taken as
+// ProjectListDrops says.
 //
 // The model follows the document's projectsChanged() by comparing what it shows with what the
 // document now shows: rows that came or went are inserted or removed, rows that only changed
@@ -58,7 +55,7 @@ public:
     ~ProjectListModel() override;
 
     // Address cards dropped on a project are added to this customer list first.
-    void setCustomerStorage(CustomerStorage *storage) { m_customers = storage; }
+    void setCustomerStorage(CustomerStorage *storage) { m_drops.setCustomerStorage(storage); }
     // Text and tint colours derive from this palette.
     void setPalette(const QPalette &palette);
 
@@ -66,9 +63,13 @@ public:
     Preferences &preferences() const { return m_preferences; }
 
     // "Day_Col", "Description_Col", "Duration_Col", "Action_Col", "State_Col"; empty outside.
-    static QString columnIdentifier(int column);
+    static QString columnIdentifier(int column) {
+        return ProjectListCells::columnIdentifier(column);
+    }
     // The column of an identifier; -1 for another text.
-    static int columnForIdentifier(QStringView identifier);
+    static int columnForIdentifier(QStringView identifier) {
+        return ProjectListCells::columnForIdentifier(identifier);
+    }
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
     QModelIndex parent(const QModelIndex &child) const override;
@@ -139,39 +140,18 @@ private:
     void renumber();
     void rebuildRunning();
     void emitAllChanged();
-    void readPreferences();
     void preferenceChanged(const QString &key);
 
-    QVariant projectData(const Node &node, int column, int role) const;
-    QVariant itemData(const ProjectItem &item, int column, int role) const;
-    QString runningDuration(const ProjectItem &item) const;
     Qt::CheckState checkStateOf(const Node &node) const;
     int totalDurationOf(const Node &node) const;
     void setChecked(const QModelIndex &index, bool checked);
 
-    bool dropEntry(const QMimeData &data, const std::shared_ptr<Project> &target);
-    bool dropProject(const QMimeData &data, int row);
-    bool dropCustomer(const QMimeData &data, const std::shared_ptr<Project> &target);
-    bool dropVCard(const QMimeData &data, const std::shared_ptr<Project> &target);
-    bool dropFiles(const QMimeData &data, const QModelIndex &target);
-
     ProjectCollection &m_collection;
     Preferences &m_preferences;
-    const CurrencyFormatter &m_currency;
-    CustomerStorage *m_customers = nullptr;
-    RowColors m_colors;
+    ProjectListCells m_cells;
+    ProjectListDrops m_drops;
 
     std::vector<std::unique_ptr<Node>> m_nodes;
     QHash<const Project *, Node *> m_nodeOf;
     std::vector<RunningCell> m_running;
-
-    bool m_useProjectColor = true;
-    bool m_useUnfinishedEntryColor = true;
-    QColor m_projectColor;
-    QColor m_unfinishedEntryColor;
-
-    // The item being dragged and the data its drag carries: a drop of that very data moves the
-    // item itself.
-    mutable std::weak_ptr<ProjectItem> m_draggedItem;
-    mutable QPointer<QMimeData> m_dragData;
 };

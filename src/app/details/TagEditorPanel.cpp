@@ -1,10 +1,10 @@
 #include "details/TagEditorPanel.h"
 
 #include "common/TagCompleter.h"
+#include "common/TokenField.h"
 #include "stores/TagStorage.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 TagEditorPanel::TagEditorPanel(TagStorage &tags, QWidget *parent)
     : QWidget(parent, Qt::Tool)
     , m_tags(tags)
-    , m_field(new QLineEdit) {
+    , m_field(new TokenField) {
     setObjectName(u"tagEditorPanel"_s);
     setWindowTitle(tr("Tags"));
     m_field->setObjectName(u"editorTokenField"_s);

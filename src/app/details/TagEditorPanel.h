@@ -2,14 +2,16 @@
 
 #include <QWidget>
 
-class QLineEdit;
 class TagStorage;
+class TokenField;
 
-// The tag editor: every known tag name in one line, in list order and separated by ",", with
-// completion like the sheets' tag fields. When the line ends editing (Return, leaving the window,
-// closing it) the tag list becomes exactly its names; an empty line leaves one empty name. Records
-// keep their tags whatever the list holds. Parented to the main window it is blocked, like the
-// main window, while a sheet is open there, so no other tag field is being edited meanwhile.
+// The tag editor: every known tag name as a token, in list order, in a field that wraps over as
+// many lines as the panel's width needs, with completion like the sheets' tag fields. When the
+// field ends editing (Return, leaving the window, closing it) the first panel shown decides: with
+// no sheet open the tag list becomes exactly the field's names (an empty field leaves one empty
+// name); a sheet opened meanwhile adds its own field's names instead. Records keep their tags
+// whatever the list holds. Parented to the main window it is blocked, like the main window, while
+// a sheet is open there.
 class TagEditorPanel : public QWidget {
     Q_OBJECT
 
@@ -24,5 +26,5 @@ private:
     void updateEditorTokenField();
 
     TagStorage &m_tags;
-    QLineEdit *m_field;
+    TokenField *m_field;
 };

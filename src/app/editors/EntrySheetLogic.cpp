@@ -38,9 +38,12 @@ EntrySheetLogic::EntrySheetLogic(ProjectCollection &collection, Preferences &pre
               recalculateTotalTime();
               emit changed();
           }) {
-    // All three controls follow the locale, the duration's too: it is kept as a clock time.
+    // The from and to controls show clock times in the user's format. The duration control
+    // counts hours and minutes: on every clock it reads 0 to 23 hours and has no morning or
+    // afternoon field.
     for (WBTimeControl *control : {&m_timeCtrl, &m_fromTimeCtrl, &m_toTimeCtrl})
         control->setAlerts(&alerts);
+    m_timeCtrl.setIsLocalizing(false);
     connect(&m_fromTimeCtrl, &WBTimeControl::stepped, this, &EntrySheetLogic::changedFrom);
     connect(&m_toTimeCtrl, &WBTimeControl::stepped, this, &EntrySheetLogic::changedTo);
     connect(&m_fromTimeCtrl, &WBTimeControl::edited, this,

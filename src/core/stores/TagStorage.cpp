@@ -122,6 +122,29 @@ QStringList TagStorage::completionsForSubstring(const QString &typed) const {
     return completions;
 }
 
+void TagStorage::setPanelField(Panel panel, const void *owner, const PanelField &field) {
+    if (panel != Panel::None)
+        m_fields[size_t(panel)] = {owner, field};
+}
+
+void TagStorage::removePanelField(const void *owner) {
+    for (Registered &registered : m_fields) {
+        if (registered.owner == owner)
+            registered = {};
+    }
+}
+
+void TagStorage::tagFieldDidEndEditing() {
+    const auto shown = [this](Panel panel) {
+        const Registered &registered = m_fields[size_t(panel)];
+        return registered.owner && registered.field.isShown();
+    };
+    const Panel first = firstVisiblePanel(shown(Panel::Project), shown(Panel::Timer),
+                                          shown(Panel::FlatFee), shown(Panel::TagEditor));
+    controlTextDidEndEditing(first, first == Panel::None ? QString()
+                                                         : m_fields[size_t(first)].field.text());
+}
+
 TagStorage::Panel TagStorage::firstVisiblePanel(bool project, bool timer, bool flatFee,
                                                 bool tagEditor) {
     if (project)

@@ -2,6 +2,8 @@
 
 #include <QObject>
 #include <QStringList>
+#include <array>
+#include <functional>
 
 // Every tag name the user has entered, in the order first added and without repeats (exact,
 // case-sensitive comparison), kept in a keyed archive whose root is the list of names. It offers
@@ -40,6 +42,20 @@ public:
     // What the tag editor's field shows: all names joined by ",".
     QString editorFieldText() const { return m_tags.join(u','); }
 
+    // A panel's tag field as the end of editing sees it: whether its panel is shown, and the
+    // field's text.
+    struct PanelField {
+        std::function<bool()> isShown;
+        std::function<QString()> text;
+    };
+    // The tag field of a panel, put in place by owner (a later one takes an earlier one's place)
+    // and removed by the same owner.
+    void setPanelField(Panel panel, const void *owner, const PanelField &field);
+    void removePanelField(const void *owner);
+    // Any panel's tag field ended editing: the first panel shown decides, with its own field's
+    // text (controlTextDidEndEditing()).
+    void tagFieldDidEndEditing();
+
     static Panel firstVisiblePanel(bool project, bool timer, bool flatFee, bool tagEditor);
     // A tag field ended editing: the first visible panel decides. The editors add their field's
     // names, the tag editor replaces the whole list by its field's names, and with no panel
@@ -54,6 +70,13 @@ signals:
 private:
     void appendNew(const QStringList &names);
 
+    struct Registered {
+        const void *owner = nullptr;
+        PanelField field;
+    };
+
     QString m_tagsPath;
     QStringList m_tags;
+    // By panel: project, timer, flat fee, tag editor.
+    std::array<Registered, 4> m_fields;
 };

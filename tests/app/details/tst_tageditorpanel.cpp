@@ -1,5 +1,6 @@
 #include "app/SheetFixture.h"
 
+#include "common/TokenField.h"
 #include "details/TagEditorPanel.h"
 #include "editors/EntrySheet.h"
 #include "editors/FlatFeeSheet.h"
@@ -22,6 +23,14 @@ QStringList offered(QCompleter *completer) {
     return names;
 }
 
+// The text and cursor position of a line edit or a token field.
+std::pair<QString, int> textAndCursor(QWidget *field) {
+    if (auto *line = qobject_cast<QLineEdit *>(field))
+        return {line->text(), line->cursorPosition()};
+    auto *tokens = qobject_cast<TokenField *>(field);
+    return {tokens->text(), tokens->cursorPosition()};
+}
+
 } // namespace
 
 // The tag editor, and the tag fields of the sheets: the completion of tag names and what the end
@@ -35,7 +44,7 @@ private slots:
         m_panel = std::make_unique<TagEditorPanel>(m_fixture->tags, &m_fixture->window);
         m_panel->openTagsEditor();
         QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
-        m_field = SheetFixture::control<QLineEdit>(*m_panel, u"editorTokenField"_s);
+        m_field = SheetFixture::control<TokenField>(*m_panel, u"editorTokenField"_s);
     }
     void cleanup() {
         m_sheet.reset();
@@ -43,11 +52,24 @@ private slots:
         m_fixture.reset();
     }
 
-    // The field shows the whole list, and the names other fields add as they come.
-    void showsTheList() {
+    // The field shows the whole list, a token per name, and the names other fields add as they
+    // come; more names than one line holds wrap onto further lines, between names, and the field
+    // grows to show them all.
+    void showsTheListAsTokens() {
         QCOMPARE(m_field->text(), u"Work,work,Web"_s);
-        m_fixture->tags.addTagsFromString(u"home"_s);
-        QCOMPARE(m_field->text(), u"Work,work,Web,home"_s);
+        QCOMPARE(m_field->tokenRects().size(), 3);
+        const int oneLine = m_field->height();
+        QStringList names{u"Work"_s, u"work"_s, u"Web"_s};
+        for (int i = 0; i < 30; ++i)
+            names << u"client"_s + QString::number(i);
+        m_fixture->tags.addTagsFromString(names.join(u','));
+        QCOMPARE(m_field->text(), names.join(u','));
+        QCoreApplication::processEvents();
+        const QList<QRectF> tokens = m_field->tokenRects();
+        QCOMPARE(tokens.size(), names.size());
+        QVERIFY(tokens.constLast().top() > tokens.constFirst().bottom());
+        QVERIFY(m_field->height() >= m_field->contentHeight());
+        QVERIFY(m_field->height() > 2 * oneLine);
     }
 
     void endOfEditing_data() {
@@ -58,23 +80,34 @@ private slots:
             << u"Work,Web"_s << u"return"_s << QStringList{u"Work"_s, u"Web"_s};
         QTest::newRow("repeats once, blanks kept")
             << u"b,x,b, b"_s << u"return"_s << QStringList{u"b"_s, u"x"_s, u" b"_s};
+        QTest::newRow("a comma taken back")
+            << u"Work,x\b\bWeb"_s << u"return"_s << QStringList{u"WorkWeb"_s};
         QTest::newRow("window closed")
             << u"work,new"_s << u"close"_s << QStringList{u"work"_s, u"new"_s};
         QTest::newRow("main window activated") << u"new"_s << u"leave"_s << QStringList{u"new"_s};
+        QTest::newRow("a sheet opened over it: the sheet's empty field decides")
+            << u"new"_s << u"sheet"_s << QStringList{u"Work"_s, u"work"_s, u"Web"_s, QString()};
     }
-    // However editing ends, the list becomes exactly the field's names, in the file too.
+    // However editing ends, the first panel shown decides: the tag editor's own field makes the
+    // list exactly its names, in the file too; a sheet in front adds its field's names.
     void endOfEditing() {
         QFETCH(QString, typed);
         QFETCH(QString, ending);
         QFETCH(QStringList, expected);
+        FlatFeeSheet sheet(m_fixture->collection, m_fixture->tags, m_fixture->currency,
+                           &m_fixture->window);
         SheetFixture::type(m_field, typed);
         QCOMPARE(m_fixture->tags.tags(), (QStringList{u"Work"_s, u"work"_s, u"Web"_s}));
-        if (ending == u"return")
+        if (ending == u"return") {
             QTest::keyClick(m_field, Qt::Key_Return);
-        else if (ending == u"close")
+        } else if (ending == u"close") {
             m_panel->close();
-        else
+        } else if (ending == u"sheet") {
+            sheet.newFlatFee(m_fixture->alpha);
+            QTRY_VERIFY(QApplication::activeWindow() == &sheet);
+        } else {
             QApplication::setActiveWindow(&m_fixture->window);
+        }
         QCOMPARE(m_fixture->tags.tags(), expected);
         QCOMPARE(m_field->text(), expected.join(u','));
         TagStorage reloaded(m_fixture->tags.tagsPath());
@@ -108,7 +141,7 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QStringList, offers);
         QFETCH(QString, chosen);
-        QLineEdit *tags = tagField(window);
+        QWidget *tags = tagField(window);
         SheetFixture::type(tags, typed);
         QCompleter *completer = tags->findChild<QCompleter *>();
         QCOMPARE(offered(completer), offers);
@@ -118,8 +151,7 @@ private slots:
         for (qsizetype row = 0; row < offers.indexOf(chosen.section(u',', -1)); ++row)
             QTest::keyClick(completer->popup(), Qt::Key_Down);
         QTest::keyClick(completer->popup(), Qt::Key_Return);
-        QCOMPARE(tags->text(), chosen);
-        QCOMPARE(tags->cursorPosition(), chosen.size());
+        QCOMPARE(textAndCursor(tags), std::pair(chosen, int(chosen.size())));
     }
 
     // A name is completed as a whole, also when typed into its middle.
@@ -145,7 +177,7 @@ private slots:
     // A sheet's tag field adds its new names to the list when the field is left.
     void sheetsAddTheirNames() {
         QFETCH(QString, window);
-        QLineEdit *tags = tagField(window);
+        QWidget *tags = tagField(window);
         SheetFixture::type(tags, u"x,Web,new"_s);
         QTest::keyClick(tags, Qt::Key_Tab);
         QCOMPARE(m_fixture->tags.tags(),
@@ -154,7 +186,7 @@ private slots:
 
 private:
     // The tag field of the window, opened over the main window.
-    QLineEdit *tagField(const QString &window) {
+    QWidget *tagField(const QString &window) {
         if (window == u"editor")
             return m_field;
         m_panel->close();
@@ -185,7 +217,7 @@ private:
     std::unique_ptr<SheetFixture> m_fixture;
     std::unique_ptr<TagEditorPanel> m_panel;
     std::unique_ptr<QDialog> m_sheet;
-    QLineEdit *m_field = nullptr;
+    TokenField *m_field = nullptr;
 };
 
 QTEST_MAIN(TestTagEditorPanel)

@@ -193,6 +193,42 @@ private slots:
         QCOMPARE(projectSummary(), expected);
     }
 
+    void durationIsNoClockTime_data() {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("timeFormat");
+        QTest::addColumn<QString>("hours");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("12 hours, 12-hour clock")
+            << u"en_US.UTF-8"_s << u"%I:%M %p"_s << u"12"_s << u"day 02.11.2026 720 12:00"_s;
+        QTest::newRow("13 hours, 12-hour clock")
+            << u"en_US.UTF-8"_s << u"%I:%M %p"_s << u"13"_s << u"day 02.11.2026 780 13:00"_s;
+        QTest::newRow("13 hours, 24-hour clock")
+            << u"de_DE.UTF-8"_s << u"%H:%M"_s << u"13"_s << u"day 02.11.2026 780 13:00"_s;
+    }
+    // The duration counts hours on every clock: no morning or afternoon field, 12 and 13 hours
+    // are what they say. The from and to controls keep the user's clock.
+    void durationIsNoClockTime() {
+        QFETCH(QString, locale);
+        QFETCH(QString, timeFormat);
+        QFETCH(QString, hours);
+        LocalTimeFormat::setFormat(timeFormat, locale);
+        delete m_sheet;
+        m_sheet =
+            new EntrySheet(*m_collection, *m_preferences, m_user, m_tags.get(), m_window.get());
+        LocalTimeFormat::setFormat(u"%I:%M %p"_s, u"en_US.UTF-8"_s);
+        open(u"new"_s);
+        type(u"timeTimeCtrl"_s, WBTimeControl::HourField, hours);
+        type(u"timeTimeCtrl"_s, WBTimeControl::MinuteField, u"0"_s);
+        const WBTimeControl &duration = timeControl(u"timeTimeCtrl"_s)->control();
+        QString shown;
+        for (const WBTimeControl::Field field : duration.visibleFields())
+            shown += (shown.isEmpty() ? QString() : u":"_s) + duration.fieldText(field);
+        find<QPushButton>(u"entryAcceptButton"_s)->click();
+        QTEST(QString(projectSummary() + u' ' + shown), "expected");
+        QCOMPARE(timeControl(u"fromTimeCtrl"_s)->control().hourType(),
+                 timeFormat.contains(u"%I"_s) ? 2 : 1);
+    }
+
     void enabling_data() {
         QTest::addColumn<QString>("how");
         QTest::addColumn<Drive>("drive");

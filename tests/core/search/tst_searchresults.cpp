@@ -94,6 +94,8 @@ private slots:
                                      << u"..."_s + a12 + u"KEY"_s + b33 + u"..."_s << at15;
         QTest::newRow("ends with the excerpt")
             << a12 + u"key"_s + b33 << u"key"_s << a12 + u"key"_s + b33 << at12;
+        QTest::newRow("one past the excerpt")
+            << a12 + u"key"_s + b33 + u"x"_s << u"key"_s << a12 + u"key"_s + b33 + u"..."_s << at12;
         QTest::newRow("short, match late")
             << u"Long prefix text key"_s << u"key"_s << u"...prefix text key"_s << at15;
         QTest::newRow("near the end") << u"xxxx"_s + a12 + u"key"_s + b33.left(20) << u"key"_s
