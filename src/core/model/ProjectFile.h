@@ -5,8 +5,6 @@
 #include <QByteArray>
 #include <QString>
 
-typedef struct _xmlDoc xmlDoc;
-
 // The project file on disk: reading (strict first, then forgiving), converting the older
 // unversioned layout, and writing atomically.
 class ProjectFile {
@@ -44,10 +42,6 @@ public:
     static QByteArray makeXML(const ProjectList &projects);
     // Writes the projects to a temporary file, flushes it and renames it over the target.
     static SaveResult save(const QString &path, const ProjectList &projects);
-
-    // Turns an older-layout document into the current layout in place. False (with the reason)
-    // when an entry lacks its "day" or "from" element.
-    static bool convertXMLDocToCurrentFormat(xmlDoc *document, QString *error = nullptr);
 
     // Keeps a copy of bytes beside path as NAME.recovered-YYYYMMDD-HHMMSS, never overwriting an
     // earlier copy and not again when an identical copy exists. Returns the copy's path, or an

@@ -27,8 +27,4 @@ public:
 
     // Reads the bytes. Projects hold their timed entries first and then their flat fees.
     static Result read(const QByteArray &bytes, Mode mode);
-
-    // Mends the two faults hand edits leave most often before a forgiving read: an "&" that
-    // starts no reference becomes "&amp;", and control characters XML cannot carry are dropped.
-    static QByteArray repairCommonFaults(const QByteArray &bytes);
 };

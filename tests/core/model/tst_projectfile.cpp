@@ -1,6 +1,7 @@
 #include "core/model/ModelFixtures.h"
 
 #include "model/LocalTimeFormat.h"
+#include "model/OlderLayoutReader.h"
 #include "model/ProjectFile.h"
 #include "model/ProjectXmlWriter.h"
 #include "support/FileFailures.h"
@@ -352,7 +353,7 @@ private slots:
                                  "</project></projects>";
         xmlDocPtr document =
             xmlReadMemory(older.constData(), int(older.size()), nullptr, nullptr, 0);
-        QVERIFY(ProjectFile::convertXMLDocToCurrentFormat(document));
+        QVERIFY(OlderLayoutReader::convertXMLDocToCurrentFormat(document));
         xmlChar *text = nullptr;
         int size = 0;
         xmlDocDumpMemory(document, &text, &size);
