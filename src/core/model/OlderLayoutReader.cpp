@@ -1,5 +1,6 @@
 #include "OlderLayoutReader.h"
 
+#include <algorithm>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <memory>
@@ -75,16 +76,19 @@ OlderLayoutReader::Result OlderLayoutReader::read(const QByteArray &bytes, bool 
             result.error = error;
             return result;
         }
-    } else {
-        // The mark stands after the root element: move it to the front for the reader.
-        xmlNodePtr mark = xmlNewDocComment(document.get(), xml("1.5"));
-        xmlAddPrevSibling(document->children, mark);
     }
-    xmlChar *text = nullptr;
-    int size = 0;
-    xmlDocDumpMemoryEnc(document.get(), &text, &size, "UTF-8");
-    const QByteArray current(reinterpret_cast<const char *>(text), size);
-    xmlFree(text);
+    // The converted root goes to the reader behind the layout mark, on the line where it stood in
+    // the file: the lines that messages name are those of the file. Inside the root every text
+    // stays as it was, line breaks included.
+    xmlNodePtr root = xmlDocGetRootElement(document.get());
+    std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> buffer(xmlBufferCreate(), &xmlBufferFree);
+    if (!buffer || xmlNodeDump(buffer.get(), document.get(), root, 0, 0) < 0) {
+        result.error = QStringLiteral("The file could not be converted.");
+        return result;
+    }
+    QByteArray current = "<!--1.5-->" + QByteArray(std::max(0L, xmlGetLineNo(root) - 1), '\n');
+    current.append(reinterpret_cast<const char *>(xmlBufferContent(buffer.get())),
+                   xmlBufferLength(buffer.get()));
     static_cast<ProjectXmlReader::Result &>(result) =
         ProjectXmlReader::read(current, ProjectXmlReader::Mode::Strict);
     result.converted = converted;

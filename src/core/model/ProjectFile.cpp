@@ -24,6 +24,7 @@ ProjectFile::LoadResult fromReader(const ProjectXmlReader::Result &r) {
             r.line > 0 ? QStringLiteral("%1 (line %2)").arg(r.error).arg(r.line) : r.error;
     result.line = r.line;
     result.itemsLeftOut = r.itemsLeftOut;
+    result.unreadable = r.unreadable;
     return result;
 }
 
@@ -38,10 +39,9 @@ ProjectFile::LoadResult fromOlderLayout(const OlderLayoutReader::Result &r) {
 ProjectFile::LoadResult ProjectFile::read(const QByteArray &bytes) {
     using Mode = ProjectXmlReader::Mode;
     const ProjectXmlReader::Result strict = ProjectXmlReader::read(bytes, Mode::Strict);
-    if (strict.olderLayout)
-        return fromOlderLayout(OlderLayoutReader::read(bytes, false));
-    if (strict.ok || !strict.malformed)
-        return fromReader(strict);
+    if (!strict.malformed)
+        return strict.olderLayout ? fromOlderLayout(OlderLayoutReader::read(bytes, false))
+                                  : fromReader(strict);
 
     const QByteArray repaired = XmlRepair::repairCommonFaults(bytes);
     const ProjectXmlReader::Result forgiving = ProjectXmlReader::read(repaired, Mode::Recover);
@@ -83,7 +83,11 @@ ProjectFile::LoadResult ProjectFile::load(const QString &path) {
                : file.readAll();
     result = read(bytes);
     result.contentHash = FileIdentity::hashOf(bytes);
-    if (result.ok && result.recovered) {
+    for (const QString &value : std::as_const(result.unreadable))
+        qCWarning(lcFile).noquote()
+            << QStringLiteral("a value in %1 could not be read and is left empty: %2")
+                   .arg(path, value);
+    if (result.ok && (result.recovered || !result.unreadable.isEmpty())) {
         QString error;
         result.backupPath = keepRecoveredCopy(path, bytes, &error);
         if (result.backupPath.isEmpty())

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 // The project file on disk: reading (strict first, then forgiving), converting the older
 // unversioned layout, and writing atomically.
@@ -14,14 +15,18 @@ public:
         QString error; // a sentence naming the problem, with the line where there is one
         int line = 0;
         ProjectList projects;
-        // Only the forgiving parse could read the file; its original bytes were kept at
-        // backupPath (empty when the copy could not be made: see error).
+        // Only the forgiving parse could read the file.
         bool recovered = false;
-        QString backupPath;
         // With recovered: what the strict parse found wrong, and how many items the repair left
         // out because the file ended inside them.
         QString damage;
         int itemsLeftOut = 0;
+        // Values that could not be read and were left empty, each a sentence naming the element,
+        // the entry or flat fee and the project.
+        QStringList unreadable;
+        // When the file was recovered or values were left empty, its original bytes were kept
+        // here (empty when the copy could not be made: see error).
+        QString backupPath;
         // The file was in the older layout and converted in memory.
         bool converted = false;
         // A fast hash of the bytes read, to tell later whether the file changed.

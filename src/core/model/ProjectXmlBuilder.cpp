@@ -72,46 +72,46 @@ void ProjectXmlBuilder::missing(const char *element, const Object &object) const
                     object.line};
 }
 
-void ProjectXmlBuilder::malformed(const char *message, const char *element, const Object &object,
-                                  const QString &text) const {
-    throw ReadError{
-        QString::fromLatin1(message).arg(QLatin1StringView(element), label(object), text),
-        object.line};
+void ProjectXmlBuilder::noteUnreadable(const char *message, const char *element,
+                                       const Object &object, const std::string &text) {
+    m_unreadable.append(QString::fromLatin1(message).arg(QLatin1StringView(element), label(object),
+                                                         fromUtf8(text)));
 }
 
 int ProjectXmlBuilder::integer(const Raw &field, const char *element, const Object &object,
-                               int fallback) const {
+                               int fallback) {
     if (!field)
         return fallback;
     const auto value = utf16(*field, &StoredForms::parseInt);
     if (!value)
-        malformed("The element \"%1\" of %2 is not a whole number: \"%3\".", element, object,
-                  fromUtf8(*field));
-    return *value;
+        noteUnreadable("The element \"%1\" of %2 is not a whole number: \"%3\".", element, object,
+                       *field);
+    return value.value_or(fallback);
 }
 
 float ProjectXmlBuilder::number(const Raw &field, const char *element, const Object &object,
-                                float fallback) const {
+                                float fallback) {
     if (!field)
         return fallback;
     const auto value = utf16(*field, &StoredForms::parseFloat);
     if (!value)
-        malformed("The element \"%1\" of %2 is not a number: \"%3\".", element, object,
-                  fromUtf8(*field));
-    return *value;
+        noteUnreadable("The element \"%1\" of %2 is not a number: \"%3\".", element, object,
+                       *field);
+    return value.value_or(fallback);
 }
 
 // In UTC: a pause keeps only the seconds since the epoch, and a local moment would cost a
 // time-zone lookup per pause.
-QDateTime ProjectXmlBuilder::moment(const Raw &field, const char *element,
-                                    const Object &object) const {
+QDateTime ProjectXmlBuilder::moment(const Raw &field, const char *element, const Object &object) {
     const auto isBlank = [](QStringView text) { return text.trimmed().isEmpty(); };
     if (!field || utf16(*field, isBlank))
         return {};
     const std::optional<qint64> secs = utf16(*field, &StoredForms::parseMomentSecs);
-    if (!secs)
-        malformed("The element \"%1\" of %2 is not a moment: \"%3\".", element, object,
-                  fromUtf8(*field));
+    if (!secs) {
+        noteUnreadable("The element \"%1\" of %2 is not a moment: \"%3\".", element, object,
+                       *field);
+        return {};
+    }
     return QDateTime::fromSecsSinceEpoch(*secs, Qt::UTC);
 }
 
@@ -141,12 +141,12 @@ void ProjectXmlBuilder::finishEntry() {
                 const QString date = required(b.pausedDate, "pausedAt/date", object);
                 const QString time = required(b.pausedTime, "pausedAt/time", object);
                 const QDateTime pausedAt = HelpFunctions::makeDateFromDateString(date, time);
-                if (!pausedAt.isValid())
-                    throw ReadError{
+                if (pausedAt.isValid())
+                    entry->setPausedAt(pausedAt);
+                else
+                    m_unreadable.append(
                         QStringLiteral("The pause moment of %1 is not a date and time: \"%2 %3\".")
-                            .arg(label(object), date, time),
-                        b.line};
-                entry->setPausedAt(pausedAt);
+                            .arg(label(object), date, time));
             }
         } else {
             entry->setToDate(required(b.toDate, "period/to/date", object));

@@ -11,7 +11,8 @@
 // Builds the model from the element texts the project-file reader collects: one project, entry,
 // flat fee or pause at a time, each finished when its element closes. Here the texts are checked:
 // a missing required element ends the read with a message naming the element, the object and the
-// line.
+// line; a number or moment that is none leaves its field without a value (as if the element were
+// not there) and is noted in unreadable().
 class ProjectXmlBuilder {
 public:
     using Text = std::optional<QString>;
@@ -92,6 +93,8 @@ public:
     void leaveOutOpenItems();
 
     const ProjectList &projects() const { return m_projects; }
+    // One sentence per value left without one.
+    const QStringList &unreadable() const { return m_unreadable; }
 
 private:
     // The object an element belongs to, named in error messages only: the label is made when a
@@ -104,8 +107,8 @@ private:
     QString projectLabel() const;
     QString label(const Object &object) const;
     [[noreturn]] void missing(const char *element, const Object &object) const;
-    [[noreturn]] void malformed(const char *message, const char *element, const Object &object,
-                                const QString &text) const;
+    void noteUnreadable(const char *message, const char *element, const Object &object,
+                        const std::string &text);
 
     template <typename T>
     const T &required(const std::optional<T> &field, const char *element,
@@ -115,9 +118,10 @@ private:
         return *field;
     }
 
-    int integer(const Raw &field, const char *element, const Object &object, int fallback) const;
-    float number(const Raw &field, const char *element, const Object &object, float fallback) const;
-    QDateTime moment(const Raw &field, const char *element, const Object &object) const;
+    // The value of the field; the fallback (no moment) when it is missing or unreadable.
+    int integer(const Raw &field, const char *element, const Object &object, int fallback);
+    float number(const Raw &field, const char *element, const Object &object, float fallback);
+    QDateTime moment(const Raw &field, const char *element, const Object &object);
 
     int m_projectIndex = 0;
     std::optional<ProjectFields> m_project;
@@ -125,4 +129,5 @@ private:
     std::optional<FeeFields> m_fee;
     std::optional<PauseFields> m_pause;
     ProjectList m_projects;
+    QStringList m_unreadable;
 };

@@ -105,7 +105,7 @@ void ProjectXmlHandler::endElement(void *ctx, const xmlChar *, const xmlChar *, 
 
 void ProjectXmlHandler::characters(void *ctx, const xmlChar *ch, int len) {
     auto *handler = static_cast<ProjectXmlHandler *>(ctx);
-    if (!handler->m_stopped)
+    if (handler->reading())
         handler->m_text.append(reinterpret_cast<const char *>(ch), size_t(len));
 }
 
@@ -156,13 +156,14 @@ void ProjectXmlHandler::stop() {
 }
 
 void ProjectXmlHandler::start(Tag tag, const xmlChar *localname) {
-    if (m_stopped)
+    if (!reading())
         return;
     if (!m_rootSeen) {
         m_rootSeen = true;
         if (!m_versioned) {
+            // OlderLayoutReader reads this file. The parse goes on only to tell whether the XML
+            // is well-formed, and if not, where.
             m_olderLayout = true;
-            stop();
             return;
         }
         if (tag != Projects) {
@@ -197,7 +198,7 @@ void ProjectXmlHandler::start(Tag tag, const xmlChar *localname) {
 }
 
 void ProjectXmlHandler::end() {
-    if (m_stopped || m_stack.empty())
+    if (!reading() || m_stack.empty())
         return;
     try {
         handleEnd();

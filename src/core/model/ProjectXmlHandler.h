@@ -66,6 +66,7 @@ public:
     int xmlErrorLine() const { return m_xmlErrorLine; }
     int itemsLeftOut() const { return m_itemsLeftOut; }
     const ProjectList &projects() const { return m_build.projects(); }
+    const QStringList &unreadable() const { return m_build.unreadable(); }
 
 private:
     static void startElement(void *ctx, const xmlChar *localname, const xmlChar *, const xmlChar *,
@@ -76,6 +77,8 @@ private:
     static void structuredError(void *ctx, xmlErrorPtr error);
 
     int line() const { return xmlSAX2GetLineNumber(m_ctxt); }
+    // Elements are taken in: not stopped, and not a file of the older layout.
+    bool reading() const { return !m_stopped && !m_olderLayout; }
     Tag tagFor(const xmlChar *localname);
     void setOnceShared(ProjectXmlBuilder::Text &field) {
         if (!field)

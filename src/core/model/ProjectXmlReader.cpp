@@ -68,22 +68,21 @@ ProjectXmlReader::Result ProjectXmlReader::read(const QByteArray &bytes, Mode mo
     ctxt->userData = nullptr;
     xmlFreeParserCtxt(ctxt);
 
-    if (handler.olderLayout()) {
-        result.olderLayout = true;
-        return result;
-    }
     if (handler.error()) {
         result.error = handler.error()->message;
         result.line = handler.error()->line;
         return result;
     }
+    result.olderLayout = handler.olderLayout();
     if (!wellFormed) {
         result.malformed = true;
         result.error = handler.xmlError().isEmpty() ? QStringLiteral("The file is not valid XML.")
                                                     : handler.xmlError();
         result.line = handler.xmlErrorLine();
-        if (mode == Mode::Strict || !handler.rootSeen())
+        if (mode == Mode::Strict || !handler.rootSeen() || result.olderLayout)
             return result;
+    } else if (result.olderLayout) {
+        return result;
     } else if (!handler.rootSeen()) {
         result.error = QStringLiteral("The file holds no \"projects\" element.");
         return result;
@@ -91,5 +90,6 @@ ProjectXmlReader::Result ProjectXmlReader::read(const QByteArray &bytes, Mode mo
     result.ok = true;
     result.projects = handler.projects();
     result.itemsLeftOut = handler.itemsLeftOut();
+    result.unreadable = handler.unreadable();
     return result;
 }
