@@ -1,5 +1,6 @@
 #include "CliValues.h"
 
+#include "model/HelpFunctions.h"
 #include "model/StoredForms.h"
 
 #include <QRegularExpression>
@@ -32,7 +33,7 @@ std::optional<QDateTime> CliValues::moment(const QString &text) {
     const int minutes = StoredForms::parseTime(match.captured(2));
     if (!date || minutes < 0)
         return std::nullopt;
-    return QDateTime(*date, QTime(minutes / 60, minutes % 60));
+    return HelpFunctions::localMoment(*date, QTime(minutes / 60, minutes % 60));
 }
 
 std::optional<double> CliValues::number(const QString &text) {

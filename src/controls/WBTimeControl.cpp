@@ -120,7 +120,7 @@ void WBTimeControl::setSecond(int second) {
 }
 
 QDateTime WBTimeControl::date() const {
-    return QDateTime(Clock::now().date(), QTime(m_hour, m_minute, m_second));
+    return HelpFunctions::localMoment(Clock::now().date(), QTime(m_hour, m_minute, m_second));
 }
 
 void WBTimeControl::setDate(const QDateTime &date) {

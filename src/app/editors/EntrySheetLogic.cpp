@@ -224,11 +224,12 @@ void EntrySheetLogic::selectedPeriod() {
 }
 
 QDateTime EntrySheetLogic::fromMoment() const {
-    return QDateTime(m_fromDate, QTime(m_fromTimeCtrl.hour(), m_fromTimeCtrl.minute()));
+    return HelpFunctions::localMoment(m_fromDate,
+                                      QTime(m_fromTimeCtrl.hour(), m_fromTimeCtrl.minute()));
 }
 
 QDateTime EntrySheetLogic::toMoment() const {
-    return QDateTime(m_toDate, QTime(m_toTimeCtrl.hour(), m_toTimeCtrl.minute()));
+    return HelpFunctions::localMoment(m_toDate, QTime(m_toTimeCtrl.hour(), m_toTimeCtrl.minute()));
 }
 
 int EntrySheetLogic::recalculateTotalTime() {

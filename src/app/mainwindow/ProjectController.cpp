@@ -174,11 +174,22 @@ bool ProjectController::openFile(const QString &path) {
 
 void ProjectController::announceRecovery(const QString &path,
                                          const ProjectFile::LoadResult &result) {
-    if (!result.recovered)
+    if (!result.recovered && result.unreadable.isEmpty())
         return;
-    emit statusMessage(tr("\"%1\" was damaged and has been repaired as far as possible; the "
-                          "original is kept as \"%2\".")
-                           .arg(Folders::withTilde(path), Folders::withTilde(result.backupPath)));
+    const QString file = Folders::withTilde(path);
+    const QString original = Folders::withTilde(result.backupPath);
+    QStringList sentences;
+    if (result.recovered)
+        sentences << tr("\"%1\" was damaged and has been repaired as far as possible; the "
+                        "original is kept as \"%2\".")
+                         .arg(file, original);
+    if (!result.unreadable.isEmpty())
+        sentences << (result.recovered ? tr("Some values could not be read and were left empty:")
+                                       : tr("Some values in \"%1\" could not be read and were "
+                                            "left empty; the original is kept as \"%2\".")
+                                             .arg(file, original))
+                  << result.unreadable;
+    emit statusMessage(sentences.join(u' '));
 }
 
 void ProjectController::save() {

@@ -90,7 +90,8 @@ private:
     // Runs the save prompt when the document has changes; false when the user cancelled.
     bool settleChanges();
     void savePanelDidEnd(const QString &path);
-    // Tells the user that only the forgiving parse could read the file, and where the original is.
+    // Tells the user on the status line that only the forgiving parse could read the file, or
+    // which values could not be read and were left empty, and where the original is kept.
     void announceRecovery(const QString &path, const ProjectFile::LoadResult &result);
     void setSaveWarning(const QString &warning);
     void watchCurrentFile();

@@ -1,6 +1,7 @@
 #include "HTMLExporter.h"
 
 #include "../model/Clock.h"
+#include "../model/HelpFunctions.h"
 #include "../model/ProjectCollection.h"
 #include "../platform/AtomicFile.h"
 #include "../platform/LocaleFormat.h"
@@ -96,7 +97,7 @@ QString HTMLExporter::stateText(const ProjectItem &item) {
 
 QString HTMLExporter::liveDuration(const Entry &entry) const {
     const QDateTime start =
-        QDateTime::fromString(entry.fromDate() + u' ' + entry.fromTime(), u"dd.MM.yyyy HH:mm"_s);
+        HelpFunctions::makeDateFromDateString(entry.fromDate(), entry.fromTime());
     const QDateTime now = Clock::now();
     const int minutes = int(start.secsTo(now) / 60) - entry.pauseTimeWithPeriodFrom(start, now);
     return ProjectCollection::makeStringFromMinutes(minutes);

@@ -13,11 +13,24 @@ QDateTime HelpFunctions::makeDateFromDateString(QStringView dateString, QStringV
     const int minutes = StoredForms::parseTime(timeString);
     if (!date.isValid() || minutes < 0)
         return {};
-    return QDateTime(date, QTime(minutes / 60, minutes % 60));
+    return localMoment(date, QTime(minutes / 60, minutes % 60));
 }
 
 QDateTime HelpFunctions::removeTimeComponentFromDate(const QDateTime &date) {
-    return QDateTime(date.toLocalTime().date(), QTime(0, 0));
+    return localMoment(date.toLocalTime().date(), QTime(0, 0));
+}
+
+QDateTime HelpFunctions::localMoment(QDate date, QTime time) {
+    const QDateTime moment(date, time);
+    if (moment.isValid() || !date.isValid() || !time.isValid())
+        return moment;
+    // In the gap the clocks skip: the first whole minute after it, on this day or the next.
+    for (int minute = time.hour() * 60 + time.minute() + 1; minute < 24 * 60; ++minute) {
+        const QDateTime next(date, QTime(minute / 60, minute % 60));
+        if (next.isValid())
+            return next;
+    }
+    return localMoment(date.addDays(1), QTime(0, 0));
 }
 
 HFTime HelpFunctions::roundTime(HFTime time, int roundType, int roundTo) {
@@ -75,11 +88,11 @@ bool HelpFunctions::isDateInThisWeek(const QDateTime &date, int firstDayOfWeek) 
     int back = dayOfWeek - firstDayOfWeek;
     if (back < 0)
         back += 7;
-    const QDateTime start = today.addDays(-back);
+    const QDateTime start = localMoment(today.date().addDays(-back), QTime(0, 0));
     // 6 days, 23 hours, 59 minutes and 59 seconds on the calendar: the last second of the week's
     // last day, also when the clocks change during the week (adding 86399 real seconds to its
     // midnight would end an hour early or late).
-    const QDateTime end(start.date().addDays(6), QTime(23, 59, 59));
+    const QDateTime end = localMoment(start.date().addDays(6), QTime(23, 59, 59));
     return start.msecsTo(date) >= 0 && date.msecsTo(end) >= 0;
 }
 

@@ -17,8 +17,14 @@ public:
     // The moment of a stored date text and stored time text, or an invalid moment when the
     // combined text does not parse.
     static QDateTime makeDateFromDateString(QStringView dateString, QStringView timeString);
-    // Midnight of the same calendar day, local time.
+    // Midnight of the same calendar day, local time (or the day's first moment when the clocks
+    // skip midnight).
     static QDateTime removeTimeComponentFromDate(const QDateTime &date);
+    // The moment a local date and clock time name. A time the clocks skip that day (02:30 when
+    // they go forward at 02:00) gives the first moment after the skip, so that every day and time
+    // has a moment. Every moment made from a date and a time of day comes from here: counting
+    // seconds from midnight would be an hour off on the days the clocks change.
+    static QDateTime localMoment(QDate date, QTime time);
 
     // Rounds the minutes of a time to a multiple of roundTo within the hour. roundType: 0 nearest
     // (ties up), 1 up, 2 down, anything else unchanged. A result of exactly 60 carries into the

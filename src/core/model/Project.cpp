@@ -141,6 +141,10 @@ QDateTime Project::clockMoment(const QDateTime &moment) const {
     const QTime t = moment.time();
     const HFTime rounded = HelpFunctions::roundTime(HFTime{quint32(t.hour()), quint32(t.minute())},
                                                     m_roundType, m_roundTo);
-    return QDateTime(moment.date(), QTime(0, 0))
-        .addSecs(qint64(rounded.hours) * 3600 + qint64(rounded.minutes) * 60);
+    // The rounded clock time may run past the end of the day (23:53 to 24:00); it is a clock time
+    // all the same, not a number of seconds since midnight.
+    const int minutes = HelpFunctions::calculateDurationFromTime(rounded);
+    const int minutesPerDay = 24 * 60;
+    return HelpFunctions::localMoment(moment.date().addDays(minutes / minutesPerDay),
+                                      QTime(minutes % minutesPerDay / 60, minutes % 60));
 }

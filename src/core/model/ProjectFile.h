@@ -4,8 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
-
-typedef struct _xmlDoc xmlDoc;
+#include <QStringList>
 
 // The project file on disk: reading (strict first, then forgiving), converting the older
 // unversioned layout, and writing atomically.
@@ -16,14 +15,18 @@ public:
         QString error; // a sentence naming the problem, with the line where there is one
         int line = 0;
         ProjectList projects;
-        // Only the forgiving parse could read the file; its original bytes were kept at
-        // backupPath (empty when the copy could not be made: see error).
+        // Only the forgiving parse could read the file.
         bool recovered = false;
-        QString backupPath;
         // With recovered: what the strict parse found wrong, and how many items the repair left
         // out because the file ended inside them.
         QString damage;
         int itemsLeftOut = 0;
+        // Values that could not be read and were left empty, each a sentence naming the element,
+        // the entry or flat fee and the project.
+        QStringList unreadable;
+        // When the file was recovered or values were left empty, its original bytes were kept
+        // here (empty when the copy could not be made: see error).
+        QString backupPath;
         // The file was in the older layout and converted in memory.
         bool converted = false;
         // A fast hash of the bytes read, to tell later whether the file changed.
@@ -44,10 +47,6 @@ public:
     static QByteArray makeXML(const ProjectList &projects);
     // Writes the projects to a temporary file, flushes it and renames it over the target.
     static SaveResult save(const QString &path, const ProjectList &projects);
-
-    // Turns an older-layout document into the current layout in place. False (with the reason)
-    // when an entry lacks its "day" or "from" element.
-    static bool convertXMLDocToCurrentFormat(xmlDoc *document, QString *error = nullptr);
 
     // Keeps a copy of bytes beside path as NAME.recovered-YYYYMMDD-HHMMSS, never overwriting an
     // earlier copy and not again when an identical copy exists. Returns the copy's path, or an

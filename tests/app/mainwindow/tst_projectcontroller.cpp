@@ -151,6 +151,40 @@ private slots:
         QCOMPARE(m_collection->projectArray().constFirst()->name(), u"Web"_s);
     }
 
+    // The status line says what the reading had to repair or leave empty (%1 the file, %2 the
+    // original kept beside it).
+    void openingARepairedFileSaysWhat_data() {
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        QTest::addColumn<QString>("message");
+        const QString damaged = u"\"%1\" was damaged and has been repaired as far as possible; the "
+                                u"original is kept as \"%2\"."_s;
+        QTest::newRow("damaged") << QByteArray(">Web<") << QByteArray(">R&D<") << damaged;
+        QTest::newRow("value left empty")
+            << QByteArray(">50<") << QByteArray(">50 EUR<")
+            << u"Some values in \"%1\" could not be read and were left empty; the original is "
+               u"kept as \"%2\". The element \"wage\" of project \"Web\" (line 4) is not a "
+               u"number: \"50 EUR\"."_s;
+        QTest::newRow("both")
+            << QByteArray(">Web</name>\n        <description/>\n        <tags/>\n        <wage>50<")
+            << QByteArray(">R&D</name>\n        <description/>\n        <tags/>\n        <wage>x<")
+            << damaged + u" Some values could not be read and were left empty: The element "
+                         u"\"wage\" of project \"R&D\" (line 4) is not a number: \"x\"."_s;
+    }
+    void openingARepairedFileSaysWhat() {
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        QFETCH(QString, message);
+        QByteArray bytes = readFile(m_file);
+        QVERIFY(bytes.contains(from));
+        QVERIFY(writeFile(m_file, bytes.replace(from, to)));
+        QSignalSpy status(m_controller.get(), &ProjectController::statusMessage);
+        QVERIFY(m_controller->openFile(m_file));
+        QCOMPARE(status.size(), 1);
+        QCOMPARE(status[0][0].toString(),
+                 message.arg(m_file, m_file + u".recovered-20261122-100000"_s));
+    }
+
     void openPanelStartsInTheLastFolder() {
         m_preferences->setObject(m_folder->path(), u"StartingDirectory");
         m_controller->load();

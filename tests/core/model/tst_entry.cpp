@@ -127,30 +127,38 @@ private slots:
         }
     }
 
-    void stop_data() {
+    // A timer started at the moment "now" and one that ran since 01:00 that day and stops then.
+    void startAndStop_data() {
         QTest::addColumn<QString>("rule"); // what/type/step of the project's rounding
         QTest::addColumn<QString>("now");
-        QTest::addColumn<QString>("end");
+        QTest::addColumn<QString>("clock"); // the start of the one, the end of the other
         QTest::addColumn<int>("minutes");
-        QTest::newRow("whole minutes") << u"0/0/15"_s << d(u"10:07:59") << d(u"10:07") << 67;
+        QTest::newRow("whole minutes") << u"0/0/15"_s << d(u"10:07:59") << d(u"10:07") << 547;
         QTest::newRow("clock time to nearest 15")
-            << u"1/0/15"_s << d(u"10:07:59") << d(u"10:00") << 60;
-        QTest::newRow("clock time up to 10") << u"1/1/10"_s << d(u"10:01") << d(u"10:10") << 70;
+            << u"1/0/15"_s << d(u"10:07:59") << d(u"10:00") << 540;
+        QTest::newRow("clock time up to 10") << u"1/1/10"_s << d(u"10:01") << d(u"10:10") << 550;
         QTest::newRow("clock time into the next day")
-            << u"1/0/15"_s << d(u"23:53") << u"13.03.2008 00:00"_s << 900;
+            << u"1/0/15"_s << d(u"23:53") << u"13.03.2008 00:00"_s << 1380;
         QTest::newRow("durations rounded, clock kept")
-            << u"2/0/15"_s << d(u"10:07") << d(u"10:07") << 67;
+            << u"2/0/15"_s << d(u"10:07") << d(u"10:07") << 547;
+        // The clocks go forward at 02:00 and back at 03:00; 01:00 to 10:00 is 8 and 9 hours.
+        QTest::newRow("clocks forward, nearest 15")
+            << u"1/0/15"_s << u"30.03.2008 10:07"_s << u"30.03.2008 10:00"_s << 480;
+        QTest::newRow("clocks back, nearest 15")
+            << u"1/0/15"_s << u"26.10.2008 09:07"_s << u"26.10.2008 09:00"_s << 540;
     }
-    void stop() {
+    void startAndStop() {
         QFETCH(QString, rule);
         QFETCH(QString, now);
         const auto project = roundingProject(rule);
-        const auto entry = periodEntry(d(u"09:00"));
+        const auto entry = periodEntry(at(now.left(10) + u" 01:00"_s));
         project->addEntry(entry);
         Clock::setNow(at(now));
+        const auto started = Entry::startedIn(*project);
+        QTEST(QString(started->fromDate() + u' ' + started->fromTime()), "clock");
         entry->stop();
         QVERIFY(entry->isFinished());
-        QTEST(QString(entry->toDate() + u' ' + entry->toTime()), "end");
+        QTEST(QString(entry->toDate() + u' ' + entry->toTime()), "clock");
         QTEST(entry->storedMinutes(), "minutes");
     }
 

@@ -57,6 +57,16 @@ QByteArray golden() {
     return readFile(QStringLiteral(HOURFOLD_TEST_DATA "/current-layout.xml"));
 }
 
+QString olderLayoutPath() {
+    return QStringLiteral(HOURFOLD_TEST_DATA "/older-layout.xml");
+}
+
+// The bytes with the first occurrence of from replaced; empty when there is none.
+QByteArray replacedOnce(QByteArray bytes, const QByteArray &from, const QByteArray &to) {
+    const qsizetype where = bytes.indexOf(from);
+    return where < 0 ? QByteArray() : bytes.replace(where, from.size(), to);
+}
+
 } // namespace
 
 class TestProjectFile : public QObject {
@@ -169,7 +179,7 @@ private slots:
     }
 
     void convertsTheOlderLayout() {
-        const QString path = QStringLiteral(HOURFOLD_TEST_DATA "/older-layout.xml");
+        const QString path = olderLayoutPath();
         const ProjectFile::LoadResult read = ProjectFile::load(path);
         QVERIFY2(read.ok, qPrintable(read.error));
         QVERIFY(read.converted);
@@ -209,27 +219,11 @@ private slots:
                       "<time>1</time><comment/></entry></project></projects>"
             << QStringLiteral("The element \"period/from/date\" is missing in the entry at line 6 "
                               "in project \"A\". (line 6)");
-        QTest::newRow("minutes not a number")
-            << head + "<name>A</name>\n<entry>\n<day>01.02.2008</day>\n<time>12x</time>\n"
-                      "<comment/></entry></project></projects>"
-            << QStringLiteral("The element \"time\" of the entry at line 6 in project \"A\" is "
-                              "not a whole number: \"12x\". (line 6)");
-        QTest::newRow("wage with a comma")
-            << head + "<name>A</name>\n<wage>45,5</wage></project></projects>"
-            << QStringLiteral("The element \"wage\" of project \"A\" (line 4) is not a number: "
-                              "\"45,5\". (line 4)");
         QTest::newRow("flat fee without amount")
             << head + "<name>A</name>\n<FlatFeeEntry><day>01.02.2008</day><comment/>"
                       "</FlatFeeEntry></project></projects>"
             << QStringLiteral("The element \"amount\" is missing in the flat fee at line 6 in "
                               "project \"A\". (line 6)");
-        QTest::newRow("pause that is no moment")
-            << head + "<name>A</name>\n<entry><period><from><date>01.02.2008</date>"
-                      "<time>09:00</time></from><to><date>01.02.2008</date><time>10:00</time>"
-                      "</to></period><time>60</time><pause><pauseentry><from>yesterday</from>"
-                      "</pauseentry></pause><comment/></entry></project></projects>"
-            << QStringLiteral("The element \"pauseentry/from\" of the entry at line 6 in project "
-                              "\"A\" is not a moment: \"yesterday\". (line 6)");
         QTest::newRow("other root")
             << QByteArray("<?xml version=\"1.0\"?><!--1.5--><html><body/></html>")
             << QStringLiteral("The root element is \"html\", not \"projects\". (line 1)");
@@ -253,28 +247,33 @@ private slots:
     }
 
     void repairsDamagedFiles_data() {
+        QTest::addColumn<bool>("older");
         QTest::addColumn<QByteArray>("from");
         QTest::addColumn<QByteArray>("to");
         QTest::addColumn<int>("entries");
         QTest::addColumn<QString>("comment");
         QTest::addColumn<int>("leftOut");
         QTest::newRow("bare ampersand")
-            << QByteArray("<comment>Layout&#13;\nreview</comment>")
+            << false << QByteArray("<comment>Layout&#13;\nreview</comment>")
             << QByteArray("<comment>R&D review</comment>") << 5 << u"R&D review"_s << 0;
         QTest::newRow("mismatched tag")
-            << QByteArray("</comment>\n            <tags>design")
+            << false << QByteArray("</comment>\n            <tags>design")
             << QByteArray("</coment>\n            <tags>design") << 5 << u"Layout\r\nreview"_s << 0;
         QTest::newRow("control character")
-            << QByteArray("Layout&#13;") << QByteArray("Lay\x02out&#13;") << 5
+            << false << QByteArray("Layout&#13;") << QByteArray("Lay\x02out&#13;") << 5
             << u"Layout\r\nreview"_s << 0;
         QTest::newRow("cut off inside an entry")
-            << QByteArray("<checked>0</checked>\n            <comment>Zeit") << QByteArray() << 1
-            << u"Layout\r\nreview"_s << 1;
+            << false << QByteArray("<checked>0</checked>\n            <comment>Zeit")
+            << QByteArray() << 1 << u"Layout\r\nreview"_s << 1;
+        QTest::newRow("older layout, bare ampersand")
+            << true << QByteArray("<comment>typed</comment>")
+            << QByteArray("<comment>R&D typed</comment>") << 3 << u"R&D typed"_s << 0;
     }
     void repairsDamagedFiles() {
+        QFETCH(bool, older);
         QFETCH(QByteArray, from);
         QFETCH(QByteArray, to);
-        QByteArray damaged = golden();
+        QByteArray damaged = older ? readFile(olderLayoutPath()) : golden();
         const qsizetype where = damaged.indexOf(from);
         QVERIFY(where >= 0);
         if (to.isEmpty())
@@ -290,6 +289,7 @@ private slots:
         Clock::setNow(at(u"22.11.2026 10:00:00"_s));
         QVERIFY2(read.ok, qPrintable(read.error));
         QVERIFY(read.recovered);
+        QCOMPARE(read.converted, older);
         QVERIFY(!read.damage.isEmpty());
         QTEST(read.itemsLeftOut, "leftOut");
         QTEST(int(read.projects[0]->entries().size()), "entries");
@@ -313,6 +313,98 @@ private slots:
         QCOMPARE(other, copy + u"-2"_s);
         QCOMPARE(readFile(copy), first);
         QCOMPARE(readFile(other), second);
+    }
+
+    // A value that is not one is left empty and reported; the rest of the file reads as it was,
+    // and the original is kept beside the file.
+    void leavesUnreadableValuesEmpty_data() {
+        QTest::addColumn<bool>("older");
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        QTest::addColumn<QByteArray>("written"); // in the file written from the intact one
+        QTest::addColumn<QByteArray>("rewritten");
+        QTest::addColumn<QString>("report");
+        const QString website = u"project \"Website & <Shop>\""_s;
+        QTest::newRow("working")
+            << false << QByteArray("<working>1</working>") << QByteArray("<working>yes</working>")
+            << QByteArray("<working>1</working>") << QByteArray("<working>0</working>")
+            << u"The element \"working\" of the entry at line 58 in %1 is not a whole number: "
+               u"\"yes\"."_s.arg(website);
+        QTest::newRow("wage") << false << QByteArray("<wage>45.5</wage>")
+                              << QByteArray("<wage>45.50 EUR</wage>")
+                              << QByteArray("<wage>45.5</wage>") << QByteArray("<wage>0</wage>")
+                              << u"The element \"wage\" of %1 (line 4) is not a number: "
+                                 u"\"45.50 EUR\"."_s.arg(website);
+        QTest::newRow("minutes") << false << QByteArray("<time>90</time>")
+                                 << QByteArray("<time>12x</time>") << QByteArray("<time>90</time>")
+                                 << QByteArray("<time>0</time>")
+                                 << u"The element \"time\" of the entry at line 48 in %1 is not a "
+                                    u"whole number: \"12x\"."_s.arg(website);
+        QTest::newRow("pause moment")
+            << false << QByteArray("<from>2008-03-07 10:15:00 +0100</from>")
+            << QByteArray("<from>yesterday</from>")
+            << QByteArray("<from>2008-03-07 10:15:00 +0100</from>") << QByteArray("<from/>")
+            << u"The element \"pauseentry/from\" of the entry at line 21 in %1 is not a moment: "
+               u"\"yesterday\"."_s.arg(website);
+        QTest::newRow("moment the timer was paused")
+            << false << QByteArray("<date>22.11.2026</date>\n                <time>09:30")
+            << QByteArray("<date>yesterday</date>\n                <time>09:30")
+            << QByteArray("            <pausedAt>\n                <date>22.11.2026</date>\n"
+                          "                <time>09:30</time>\n            </pausedAt>\n")
+            << QByteArray()
+            << u"The pause moment of the entry at line 77 in %1 is not a date and time: "
+               u"\"yesterday 09:30\"."_s.arg(website);
+        QTest::newRow("older layout, working")
+            << true << QByteArray("<time>45</time>")
+            << QByteArray("<working>yes</working><time>45</time>")
+            << QByteArray("<working>0</working>") << QByteArray("<working>0</working>")
+            << u"The element \"working\" of the entry at line 10 in project \"Legacy\" is not a "
+               u"whole number: \"yes\"."_s;
+        QTest::newRow("older layout, wage")
+            << true << QByteArray("<wage>30</wage>") << QByteArray("<wage>45.50 EUR</wage>")
+            << QByteArray("<wage>30</wage>") << QByteArray("<wage>0</wage>")
+            << u"The element \"wage\" of project \"Legacy\" (line 3) is not a number: "
+               u"\"45.50 EUR\"."_s;
+        QTest::newRow("older layout, pause moment")
+            << true << QByteArray("<time>90</time>")
+            << QByteArray("<time>90</time><pause><pauseentry><from>yesterday</from>"
+                          "<to>2007-01-06 10:00:00 +0100</to></pauseentry></pause>")
+            << QByteArray("<time>90</time>\n            <pause/>")
+            << QByteArray(
+                   "<time>90</time>\n            <pause>\n                <pauseentry>\n"
+                   "                    <from/>\n                    <to>2007-01-06 "
+                   "10:00:00 +0100</to>\n                </pauseentry>\n            </pause>")
+            << u"The element \"pauseentry/from\" of the entry at line 17 in project \"Legacy\" "
+               u"is not a moment: \"yesterday\"."_s;
+    }
+    void leavesUnreadableValuesEmpty() {
+        QFETCH(bool, older);
+        QFETCH(QByteArray, written);
+        QFETCH(QByteArray, rewritten);
+        QFETCH(QString, report);
+        const QByteArray intact = older ? readFile(olderLayoutPath()) : golden();
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        const QByteArray damaged = replacedOnce(intact, from, to);
+        const QByteArray expected = replacedOnce(
+            ProjectFile::makeXML(ProjectFile::read(intact).projects), written, rewritten);
+        QVERIFY(!damaged.isEmpty() && !expected.isEmpty());
+
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"values.xml"_s);
+        QVERIFY(writeFile(path, damaged));
+        QTest::ignoreMessage(
+            QtWarningMsg, qPrintable(u"a value in %1 could not be read and is left empty: %2"_s.arg(
+                              path, report)));
+        Clock::setNow(at(u"22.11.2026 10:00:05"_s));
+        const ProjectFile::LoadResult read = ProjectFile::load(path);
+        Clock::setNow(at(u"22.11.2026 10:00:00"_s));
+        QVERIFY2(read.ok, qPrintable(read.error));
+        QVERIFY(!read.recovered);
+        QCOMPARE(read.unreadable, QStringList{report});
+        QCOMPARE(ProjectFile::makeXML(read.projects), expected);
+        QCOMPARE(read.backupPath, path + u".recovered-20261122-100005"_s);
+        QCOMPARE(readFile(read.backupPath), damaged);
     }
 
     void failedWritesKeepTheOldFile_data() {

@@ -7,6 +7,7 @@
 #include "platform/LocaleFormat.h"
 
 #include <QTest>
+#include <ctime>
 
 class TestTimeHelpers : public QObject {
     Q_OBJECT
@@ -92,6 +93,48 @@ private slots:
         QFETCH(QDateTime, moment);
         QCOMPARE(StoredForms::parseMoment(text), moment);
         QTEST(StoredForms::momentText(moment), "written");
+    }
+
+    // Every day and time of day has a moment, also on the days the clocks change; a time they skip
+    // gives the first moment after it.
+    void localMoments_data() {
+        QTest::addColumn<QByteArray>("zone");
+        QTest::addColumn<QString>("day");
+        QTest::addColumn<QString>("time");
+        QTest::addColumn<QString>("moment");   // in UTC
+        QTest::addColumn<QString>("dayStart"); // in UTC
+        const QByteArray berlin = "Europe/Berlin";
+        const QByteArray saoPaulo = "America/Sao_Paulo";
+        QTest::newRow("clocks forward, later that day")
+            << berlin << u"30.03.2008"_s << u"10:07"_s << u"2008-03-30T08:07:00Z"_s
+            << u"2008-03-29T23:00:00Z"_s;
+        QTest::newRow("clocks forward, skipped time")
+            << berlin << u"30.03.2008"_s << u"02:30"_s << u"2008-03-30T01:00:00Z"_s
+            << u"2008-03-29T23:00:00Z"_s;
+        QTest::newRow("clocks back, later that day")
+            << berlin << u"26.10.2008"_s << u"09:07"_s << u"2008-10-26T08:07:00Z"_s
+            << u"2008-10-25T22:00:00Z"_s;
+        QTest::newRow("skipped midnight") << saoPaulo << u"04.11.2018"_s << u"00:00"_s
+                                          << u"2018-11-04T03:00:00Z"_s << u"2018-11-04T03:00:00Z"_s;
+        QTest::newRow("skipped midnight, later that day")
+            << saoPaulo << u"04.11.2018"_s << u"10:00"_s << u"2018-11-04T12:00:00Z"_s
+            << u"2018-11-04T03:00:00Z"_s;
+    }
+    void localMoments() {
+        QFETCH(QByteArray, zone);
+        QFETCH(QString, day);
+        QFETCH(QString, time);
+        const QByteArray testZone = qgetenv("TZ");
+        qputenv("TZ", zone);
+        tzset();
+        const QDateTime moment = HelpFunctions::makeDateFromDateString(day, time);
+        const QString inUtc = moment.toUTC().toString(Qt::ISODate);
+        const QString dayStart =
+            HelpFunctions::removeTimeComponentFromDate(moment).toUTC().toString(Qt::ISODate);
+        qputenv("TZ", testZone);
+        tzset();
+        QTEST(inUtc, "moment");
+        QTEST(dayStart, "dayStart");
     }
 
     void dateInThisWeek_data() {
