@@ -31,6 +31,13 @@ CliCustomers::CliCustomers(CliConsole &console, Preferences &preferences,
     , m_path(customersPath)
     , m_file(file) {}
 
+QList<Customer::Pointer> CliCustomers::stored(const QString &customersPath) {
+    QFile file(customersPath);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return Customer::unarchiveList(file.readAll()).customers;
+}
+
 int CliCustomers::run(const QStringList &args) {
     if (args.isEmpty())
         return list();
