@@ -130,13 +130,13 @@ int CliAdditions::addEntry(const QStringList &args) {
     }
     entry->setComment(options.value(u"--comment"_s));
     entry->setTags(options.value(u"--tags"_s));
-    return m_file.changeProject(
-        options.words().constFirst(), [&](Project &project, QStringList &done) {
-            project.addEntry(entry);
-            done << u"Added entry %1 of \"%2\" (%3)"_s.arg(project.entries().size())
-                        .arg(project.name(), StoredForms::durationText(entry->effectiveDuration()));
-            return int(CliConsole::Success);
-        });
+    const auto addTo = [&](CliDocument &document, Project &project, QStringList &done) {
+        const int index = document.addEntry(project, entry);
+        done << u"Added entry %1 of \"%2\" (%3)"_s.arg(index).arg(
+            project.name(), StoredForms::durationText(entry->effectiveDuration()));
+        return int(CliConsole::Success);
+    };
+    return m_file.changeProject(options.words().constFirst(), addTo);
 }
 
 int CliAdditions::addFee(const QStringList &args) {
@@ -159,11 +159,11 @@ int CliAdditions::addFee(const QStringList &args) {
     fee->setAmount(float(*amount));
     fee->setComment(options.value(u"--comment"_s));
     fee->setTags(options.value(u"--tags"_s));
-    return m_file.changeProject(
-        options.words().constFirst(), [&](Project &project, QStringList &done) {
-            project.addEntry(fee);
-            done << u"Added flat fee %1 of \"%2\" (%3)"_s.arg(project.entries().size())
-                        .arg(project.name(), m_currency.format(fee->amount()));
-            return int(CliConsole::Success);
-        });
+    const auto addTo = [&](CliDocument &document, Project &project, QStringList &done) {
+        const int index = document.addEntry(project, fee);
+        done << u"Added flat fee %1 of \"%2\" (%3)"_s.arg(index).arg(
+            project.name(), m_currency.format(fee->amount()));
+        return int(CliConsole::Success);
+    };
+    return m_file.changeProject(options.words().constFirst(), addTo);
 }

@@ -22,7 +22,7 @@ CliCommands::CliCommands(QTextStream &out, QTextStream &err, const QString &pref
     , m_supportFolder(supportFolder)
     , m_rendererFactory(std::move(rendererFactory))
     , m_currency(std::make_unique<CurrencyFormatter>())
-    , m_file(m_console, *m_currency) {
+    , m_file(m_console, *m_currency, m_preferences) {
     Preferences::setShared(&m_preferences);
 }
 

@@ -21,7 +21,7 @@ int CliFileCommands::check(const QStringList &args) {
     if (!m_file.hasPath())
         return m_file.failWithoutPath();
     CliDocument document(m_file.path());
-    const ProjectFile::LoadResult result = document.load(m_currency);
+    const ProjectFile::LoadResult result = document.load(m_currency, m_file.order());
     if (!result.ok)
         return m_console.fail(u"Cannot read \"%1\": %2"_s.arg(document.path(), result.error),
                               CliConsole::Unreadable);

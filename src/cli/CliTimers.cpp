@@ -25,13 +25,14 @@ CliTimers::CliTimers(CliConsole &console, CliFileAccess &file)
 int CliTimers::start(const QStringList &args) {
     if (args.size() != 1)
         return m_console.fail(u"start needs exactly one PROJECT"_s);
-    return m_file.changeProject(args.constFirst(), [](Project &project, QStringList &done) {
+    const auto startIn = [](CliDocument &document, Project &project, QStringList &done) {
         const auto entry = Entry::startedIn(project);
-        project.addEntry(entry);
-        done << u"Started entry %1 of \"%2\" at %3 %4"_s.arg(project.entries().size())
-                    .arg(project.name(), entry->fromDate(), entry->fromTime());
+        const int index = document.addEntry(project, entry);
+        done << u"Started entry %1 of \"%2\" at %3 %4"_s.arg(index).arg(
+            project.name(), entry->fromDate(), entry->fromTime());
         return int(CliConsole::Success);
-    });
+    };
+    return m_file.changeProject(args.constFirst(), startIn);
 }
 
 int CliTimers::change(const QString &command, const QStringList &args) {
@@ -46,9 +47,14 @@ int CliTimers::change(const QString &command, const QStringList &args) {
         if (!index)
             return m_console.fail(u"\"%1\" is not an index (1 or more)"_s.arg(args[1]));
     }
-    return m_file.changeProject(args.constFirst(), [&](Project &project, QStringList &done) {
-        return changeTimersOf(project, action, index, done);
-    });
+    const auto changeIn = [&](CliDocument &document, Project &project, QStringList &done) {
+        const int result = changeTimersOf(project, action, index, done);
+        // A stopped entry moves to its place, as the desktop program's entry sheet puts it.
+        if (action == Action::Stop)
+            document.sortEntriesOfProject(project);
+        return result;
+    };
+    return m_file.changeProject(args.constFirst(), changeIn);
 }
 
 int CliTimers::changeTimersOf(Project &project, Action action, std::optional<int> index,

@@ -13,6 +13,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -166,6 +167,89 @@ private slots:
                      QJsonDocument::fromJson(printed.toUtf8()));
         else
             QCOMPARE(outcome.out, printed);
+    }
+
+    // The window sorts every project's items after opening the file by the sorting preferences,
+    // flat fees among the timed entries; the listing, the indexes and the files written here
+    // follow the same order. The file stores a flat fee, a day entry, a period entry and a paused
+    // one, in that order.
+    void entryOrder_data() {
+        QTest::addColumn<bool>("ascending");
+        QTest::addColumn<bool>("olderLayout");
+        QTest::addColumn<QString>("listed"); // at 10.03.2008 12:00; the comment ends each line
+        QTest::addColumn<int>("pausedIndex");
+        const QStringList lines{
+            u"timed    06.03.2008 08:00 -                   00:30   99:30  [ ]    paused\n"_s,
+            u"timed    07.03.2008 09:00 - 07.03.2008 10:00  01:00   00:00  [ ]    period\n"_s,
+            u"timed    08.03.2008                           01:30   00:00  [ ]    day\n"_s,
+            u"flatfee  09.03.2008                           $25.00  00:00  [ ]    fee\n"_s};
+        const auto numbered = [](const QStringList &rows) {
+            QString text;
+            for (int i = 0; i < rows.size(); ++i)
+                text += QString::number(i + 1) + u"  "_s + rows[i];
+            return text;
+        };
+        QTest::newRow("ascending") << true << false << numbered(lines) << 1;
+        QTest::newRow("descending")
+            << false << false << numbered({lines[3], lines[2], lines[1], lines[0]}) << 4;
+        QTest::newRow("older layout")
+            << true << true
+            << u"1  timed    07.03.2008 09:00 - 07.03.2008 10:00  01:00   00:00  [ ]    period\n"
+               u"2  timed    08.03.2008                           01:30   00:00  [ ]    day\n"
+               u"3  flatfee  09.03.2008                           $25.00  00:00  [ ]    fee\n"_s
+            << 0;
+    }
+
+    void entryOrder() {
+        QFETCH(bool, ascending);
+        QFETCH(bool, olderLayout);
+        QFETCH(QString, listed);
+        QFETCH(int, pausedIndex);
+        if (QStandardPaths::findExecutable(u"faketime"_s).isEmpty())
+            QSKIP("faketime is not installed (scripts/bootstrap installs it)");
+        if (olderLayout) {
+            QVERIFY(writeFile(m_file, R"(<?xml version="1.0" encoding="UTF-8"?>
+<projects><project><name>Order</name>
+<FlatFeeEntry><day>09.03.2008</day><amount>25</amount><comment>fee</comment></FlatFeeEntry>
+<entry><day>08.03.2008</day><from></from><time>90</time><comment>day</comment></entry>
+<entry><day>07.03.2008</day><from>09:00</from><to>10:00</to><time>60</time>
+<comment>period</comment></entry>
+</project></projects>
+)"));
+        } else {
+            auto paused = periodEntry(u"06.03.2008 08:00"_s);
+            paused->setPausedAt(at(u"06.03.2008 08:30"_s));
+            auto order = project(u"Order"_s, 0.0f);
+            for (const auto &item :
+                 ItemList{commented(flatFee(u"09.03.2008"_s, 25.0f), u"fee"_s),
+                          commented(dayEntry(u"08.03.2008"_s, 90), u"day"_s),
+                          commented(periodEntry(u"07.03.2008 09:00"_s, u"07.03.2008 10:00"_s),
+                                    u"period"_s),
+                          commented(paused, u"paused"_s)})
+                order->addEntry(item);
+            QVERIFY(ProjectFile::save(m_file, {order}).ok);
+        }
+        writePreferences({{u"sortAscending"_s, ascending}});
+        const QString now = u"2008-03-10 12:00:00"_s;
+        const Outcome outcome = run({u"--file"_s, m_file, u"entries"_s, u"Order"_s}, {}, now);
+        QCOMPARE(outcome.exitCode, 0);
+        QCOMPARE(outcome.out, listed);
+        // The converted file keeps the items in the listed order.
+        const QString output = m_home.filePath(u"ordered.xml"_s);
+        QCOMPARE(run({u"--file"_s, m_file, u"convert"_s, u"--output"_s, output}).exitCode, 0);
+        QStringList written;
+        static const QRegularExpression comment(u"<comment>([^<]*)</comment>"_s);
+        for (const auto &match : comment.globalMatch(QString::fromUtf8(readFile(output))))
+            written << match.captured(1);
+        QStringList shown;
+        for (const QString &line : listed.split(u'\n', Qt::SkipEmptyParts))
+            shown << line.section(u' ', -1);
+        QCOMPARE(written, shown);
+        if (pausedIndex)
+            QCOMPARE(run({u"--file"_s, m_file, u"stop"_s, u"Order"_s, QString::number(pausedIndex)},
+                         {}, now)
+                         .out,
+                     u"Stopped entry %1 of \"Order\"\n"_s.arg(pausedIndex));
     }
 
     void fileComesFromPreferences() {
