@@ -32,7 +32,8 @@ CliCommands::~CliCommands() {
 
 CliCommands::Application CliCommands::applicationFor(const QStringList &arguments) {
     CliGlobalOptions global;
-    if (!global.parse(arguments) || global.help() || global.rest().value(0) != u"export")
+    if (!global.parse(arguments) || global.help() || global.commandHelp() ||
+        global.rest().value(0) != u"export")
         return Application::Core;
     CliOptions options(CliExport::valuedOptions(), CliExport::switches());
     if (!options.parse(global.rest().mid(1)))
@@ -54,13 +55,14 @@ int CliCommands::run(const QStringList &arguments) {
     m_console.setJson(global.json());
     m_file.setPath(global.file().isEmpty() ? m_preferences.stringForKey(u"LastOpenFile")
                                            : global.file());
+    m_file.setLockWait(global.waitSeconds());
     QStringList rest = global.rest();
     if (rest.isEmpty())
         return m_console.fail(u"No command given; see hourfold-cli --help"_s);
     const QString command = rest.takeFirst();
     if (!CliHelp::commands().contains(command))
         return m_console.fail(u"Unknown command \"%1\"; see hourfold-cli --help"_s.arg(command));
-    if (rest.contains(u"--help"_s)) {
+    if (global.commandHelp()) {
         m_console.out() << CliHelp::command(command);
         return CliConsole::Success;
     }

@@ -15,6 +15,13 @@ int CliFileAccess::failWithoutPath() {
     return m_console.fail(u"No project file: give --file PATH"_s);
 }
 
+bool CliFileAccess::lock(ProjectFileLock &lock) {
+    if (lock.lock(m_lockWaitSeconds * 1000))
+        return true;
+    m_console.warn(lock.errorString());
+    return false;
+}
+
 bool CliFileAccess::load(CliDocument &document) {
     const ProjectFile::LoadResult result = document.load(m_currency, m_order);
     if (!result.ok) {
@@ -40,10 +47,8 @@ int CliFileAccess::change(const Change &apply) {
     if (!hasPath())
         return failWithoutPath();
     CliDocument document(m_path);
-    ProjectFileLock lock(document.path());
-    if (!lock.lock())
-        return m_console.fail(lock.errorString(), CliConsole::Unreadable);
-    if (!load(document))
+    ProjectFileLock fileLock(document.path());
+    if (!lock(fileLock) || !load(document))
         return CliConsole::Unreadable;
     QStringList done;
     const int result = apply(document, done);

@@ -9,6 +9,7 @@
 class CliConsole;
 class CurrencyFormatter;
 class Preferences;
+class ProjectFileLock;
 
 // The project file of one run of hourfold-cli: read for listings, and read, changed and written
 // under the file's lock for changes, so that no other process's change is lost in between. The
@@ -32,6 +33,10 @@ public:
     // The message for a run without a file.
     int failWithoutPath();
 
+    // How long a command waits for a lock that another program holds; 0 to fail at once.
+    void setLockWait(int seconds) { m_lockWaitSeconds = seconds; }
+    // Takes the lock, waiting as long as set; false after printing why it could not.
+    bool lock(ProjectFileLock &lock);
     // The order every project's items are read in.
     const EntryOrder &order() const { return m_order; }
 
@@ -51,4 +56,5 @@ private:
     const CurrencyFormatter &m_currency;
     EntryOrder m_order;
     QString m_path;
+    int m_lockWaitSeconds = 10;
 };

@@ -73,8 +73,8 @@ int CliFileCommands::convert(const QStringList &args) {
     }
     return m_file.read([&](CliDocument &document) {
         ProjectFileLock lock(target);
-        if (!lock.lock())
-            return m_console.fail(lock.errorString(), CliConsole::Unreadable);
+        if (!m_file.lock(lock))
+            return int(CliConsole::Unreadable);
         const ProjectFile::SaveResult saved = ProjectFile::save(target, document.projects());
         if (!saved.ok)
             return m_console.fail(u"Cannot write \"%1\": %2"_s.arg(target, saved.error),

@@ -11,16 +11,18 @@ const QStringList &CliHelp::commands() {
 }
 
 QString CliHelp::general() {
-    return u"Usage: hourfold-cli [--file PATH] [--json] COMMAND [ARGUMENTS]\n"
+    return u"Usage: hourfold-cli [--file PATH] [--json] [--wait SECONDS] COMMAND [ARGUMENTS]\n"
            "\n"
            "Reads and changes a Hourfold project file. Without --file the file is the one the\n"
            "desktop program opened last (preference \"LastOpenFile\"). Preferences are never\n"
            "written.\n"
            "\n"
-           "Options:\n"
-           "  --file PATH   the project file to use\n"
-           "  --json        listing commands print JSON instead of aligned text\n"
-           "  --help        this text; COMMAND --help describes one command\n"
+           "Options, before the command or among its arguments:\n"
+           "  --file PATH       the project file to use\n"
+           "  --json            listing commands print JSON instead of aligned text\n"
+           "  --wait SECONDS    how long to wait while another program holds the file's lock\n"
+           "                    (default 10; 0 gives up at once)\n"
+           "  --help            this text; COMMAND --help describes one command\n"
            "\n"
            "Commands:\n"
            "  check                    reads the file and counts what it holds\n"
@@ -44,8 +46,8 @@ QString CliHelp::general() {
            "are made under the file's lock and written atomically.\n"
            "\n"
            "Exit status: 0 success, 1 bad arguments or unknown project (nothing written),\n"
-           "2 a file cannot be read or written, 3 (check) only the forgiving parse could read\n"
-           "the file.\n"_s;
+           "2 a file cannot be read or written, or its lock stayed taken for the whole wait,\n"
+           "3 (check) only the forgiving parse could read the file.\n"_s;
 }
 
 QString CliHelp::command(const QString &name) {

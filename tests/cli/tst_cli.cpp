@@ -14,6 +14,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSet>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -126,22 +127,24 @@ private slots:
 
     // JSON output is compared as JSON: every field, whatever the layout.
     void listings_data() {
-        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("arguments"); // after --file FILE unless they name FILE
         QTest::addColumn<QString>("printed");
-        QTest::newRow("projects") << QStringList{u"projects"_s}
-                                  << u"Alpha  03:00  $205.00  ACME\n"
-                                     u"Beta   00:00  $0.00\n"_s;
-        QTest::newRow("projects as JSON") << QStringList{u"--json"_s, u"projects"_s} << uR"([
+        const QString projectsJson = uR"([
     {"name": "Alpha", "description": "Main work", "customer": "ACME", "hourlyWage": 60,
      "totalDuration": 180, "totalDurationGross": 180, "totalWages": 205},
     {"name": "Beta", "description": "", "customer": null, "hourlyWage": 0, "totalDuration": 0,
      "totalDurationGross": 0, "totalWages": 0}])"_s;
-        QTest::newRow("entries")
-            << QStringList{u"entries"_s, u"Alpha"_s}
-            << u"1  timed    03.03.2025                           01:30   00:00  [x]  a,b  first\n"
-               u"2  timed    04.03.2025 09:00 - 04.03.2025 10:30  01:30   00:00  [ ]       line1 "
-               u"line2\n"
-               u"3  flatfee  05.03.2025                           $25.00  00:00  [ ]\n"_s;
+        const QString entries =
+            u"1  timed    03.03.2025                           01:30   00:00  [x]  a,b  first\n"
+            u"2  timed    04.03.2025 09:00 - 04.03.2025 10:30  01:30   00:00  [ ]       line1 "
+            u"line2\n"
+            u"3  flatfee  05.03.2025                           $25.00  00:00  [ ]\n"_s;
+        QTest::newRow("projects") << QStringList{u"projects"_s}
+                                  << u"Alpha  03:00  $205.00  ACME\n"
+                                     u"Beta   00:00  $0.00\n"_s;
+        QTest::newRow("projects as JSON")
+            << QStringList{u"--json"_s, u"projects"_s} << projectsJson;
+        QTest::newRow("entries") << QStringList{u"entries"_s, u"Alpha"_s} << entries;
         QTest::newRow("entries as JSON")
             << QStringList{u"--json"_s, u"entries"_s, u"Alpha"_s} << uR"([
     {"index": 1, "kind": "timed", "hasPeriod": false, "day": "03.03.2025", "fromDate": "",
@@ -155,12 +158,20 @@ private slots:
     {"index": 3, "kind": "flatfee", "hasPeriod": false, "day": "05.03.2025", "fromDate": "",
      "fromTime": "", "toDate": "", "toTime": "", "time": 0, "effectiveDuration": 0, "pauseTime": 0,
      "working": false, "paused": false, "checked": false, "tags": "", "comment": "", "amount": 25}])"_s;
+        // The global options stand after the command and among its arguments as well.
+        QTest::newRow("projects --json") << QStringList{u"projects"_s, u"--json"_s} << projectsJson;
+        QTest::newRow("entries with --file and --wait after the project")
+            << QStringList{u"entries"_s, u"Alpha"_s, u"--file"_s, u"FILE"_s, u"--wait=0"_s}
+            << entries;
     }
 
     void listings() {
         QFETCH(QStringList, arguments);
         QFETCH(QString, printed);
-        const Outcome outcome = run(QStringList{u"--file"_s, m_file} + arguments);
+        if (!arguments.contains(u"FILE"_s))
+            arguments = QStringList{u"--file"_s, u"FILE"_s} + arguments;
+        arguments.replaceInStrings(u"FILE"_s, m_file);
+        const Outcome outcome = run(arguments);
         QCOMPARE(outcome.exitCode, 0);
         if (arguments.contains(u"--json"_s))
             QCOMPARE(QJsonDocument::fromJson(outcome.out.toUtf8()),
@@ -698,6 +709,7 @@ private slots:
         row("extra argument", {u"projects"_s, u"Alpha"_s}, u"projects"_s);
         row("unknown command", {u"frobnicate"_s}, u"frobnicate"_s);
         row("unknown option", {u"--verbose"_s, u"check"_s}, u"--verbose"_s);
+        row("wait not a number", {u"projects"_s, u"--wait"_s, u"soon"_s}, u"--wait"_s);
 
         row("project name taken", {u"add-project"_s, u"Alpha"_s},
             u"A project named \"Alpha\" already exists.\n"_s);
@@ -775,41 +787,66 @@ private slots:
         QVERIFY(!QFile::exists(output));
     }
 
-    void concurrentStartsAllKept() {
-        constexpr int count = 6;
+    // While another program holds the lock (the desktop program saving, say), a command waits
+    // for it, 10 seconds unless --wait says otherwise; commands started together all land, one
+    // after the other.
+    void waitsForTheLock_data() {
+        QTest::addColumn<QStringList>("wait");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<int>("heldMs"); // how long the lock stays taken; 0: not taken
+        QTest::addColumn<bool>("lands");
+        QTest::newRow("20 commands at once") << QStringList() << 20 << 0 << true;
+        QTest::newRow("a save of 7 seconds") << QStringList() << 1 << 7000 << true;
+        QTest::newRow("--wait 0 gives up at once")
+            << QStringList{u"--wait"_s, u"0"_s} << 1 << 5000 << false;
+    }
+
+    void waitsForTheLock() {
+        QFETCH(QStringList, wait);
+        QFETCH(int, count);
+        QFETCH(int, heldMs);
+        QFETCH(bool, lands);
+        const QByteArray before = readFile(m_file);
+        std::unique_ptr<ProjectFileLock> lock;
+        if (heldMs) {
+            lock = std::make_unique<ProjectFileLock>(m_file);
+            QVERIFY(lock->lock());
+        }
         std::vector<std::unique_ptr<QProcess>> processes;
         for (int i = 0; i < count; ++i) {
             auto process = std::make_unique<QProcess>();
             process->setProcessEnvironment(environment());
             process->start(QStringLiteral(HOURFOLD_CLI_PATH),
-                           {u"--file"_s, m_file, u"start"_s, i % 2 ? u"Alpha"_s : u"Beta"_s});
+                           QStringList{u"--file"_s, m_file, u"add-entry"_s, u"Beta"_s, u"--day"_s,
+                                       u"06.03.2025"_s, u"--duration"_s, u"00:%1"_s.arg(i + 10)} +
+                               wait);
             processes.push_back(std::move(process));
         }
+        QProcess &first = *processes.front();
+        if (heldMs) {
+            // The command ends while the lock is still taken only when it gives up.
+            QCOMPARE(first.waitForFinished(heldMs), !lands);
+            QCOMPARE(readFile(m_file), before);
+        }
+        if (!lands) {
+            QCOMPARE(first.exitCode(), 2);
+            QCOMPARE(QString::fromUtf8(first.readAllStandardError()),
+                     u"Another program (%1, process %2) is working on \"%3\".\n"_s
+                         .arg(QCoreApplication::applicationName())
+                         .arg(QCoreApplication::applicationPid())
+                         .arg(m_file));
+            return;
+        }
+        lock.reset();
         for (const auto &process : processes) {
-            QVERIFY(process->waitForFinished(30000));
-            QCOMPARE(process->exitCode(), 0);
+            QVERIFY(process->waitForFinished(60000));
+            QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
         }
         const ProjectList projects = reload();
-        QCOMPARE(projects.size(), 2);
-        QCOMPARE(projects[0]->entries().size(), 3 + count / 2);
-        QCOMPARE(projects[1]->entries().size(), count / 2);
-    }
-
-    void waitsForTheDesktopProgramsLock() {
-        const QByteArray before = readFile(m_file);
-        auto lock = std::make_unique<ProjectFileLock>(m_file);
-        QVERIFY(lock->lock());
-        QProcess process;
-        process.setProcessEnvironment(environment());
-        process.start(QStringLiteral(HOURFOLD_CLI_PATH),
-                      {u"--file"_s, m_file, u"start"_s, u"Beta"_s});
-        QVERIFY(process.waitForStarted());
-        QVERIFY(!process.waitForFinished(700));
-        QCOMPARE(readFile(m_file), before);
-        lock.reset();
-        QVERIFY(process.waitForFinished(30000));
-        QCOMPARE(process.exitCode(), 0);
-        QCOMPARE(reload().at(1)->entries().size(), 1);
+        QSet<int> minutes;
+        for (const auto &item : projects.at(1)->entries())
+            minutes.insert(item->effectiveDuration());
+        QCOMPARE(minutes.size(), count);
     }
 
     void help() {
@@ -843,6 +880,10 @@ private slots:
             << QStringList{u"export"_s, u"--format"_s, u"p"_s} << QStringList{u"pdf"_s};
         QTest::newRow("customers actions")
             << QStringList{u"customers"_s, u"h"_s} << QStringList{u"hide"_s};
+        QTest::newRow("project names after global options")
+            << QStringList{u"--wait"_s, u"5"_s,    u"start"_s, u"--json"_s,
+                           u"--file"_s, u"FILE"_s, u""_s}
+            << QStringList{u"Alpha"_s, u"Beta"_s};
     }
 
     void completion() {
