@@ -5,21 +5,17 @@
 #include "CliFileAccess.h"
 #include "platform/Preferences.h"
 
-#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
-#include <functional>
 #include <memory>
-#include <optional>
 
-class Customer;
 class CurrencyFormatter;
-class ReportRenderer;
 
 // The commands of hourfold-cli. Normal output goes to out, messages about problems to err; run()
 // returns the exit status. Preferences are only read, never written; while the object lives they
-// are the process's shared ones, so dates and weeks follow them.
+// are the process's shared ones, so dates and weeks follow them. Each family of commands has a
+// class of its own; this one reads the global options and hands the command to its family.
 class CliCommands {
 public:
     // What the process needs besides the core: a window system (offscreen when there is no
@@ -40,31 +36,7 @@ public:
     static Application applicationFor(const QStringList &arguments);
 
 private:
-    enum class TimerAction { Pause, Resume, Stop };
-
-    int fail(const QString &message) { return m_console.fail(message); }
-    // No arguments for a command that takes none.
-    bool takesNothing(const QString &command, const QStringList &args);
-
-    int check(const QStringList &args);
-    int listProjects(const QStringList &args);
-    int listEntries(const QStringList &args);
-    int listRunning(const QStringList &args);
-    int start(const QStringList &args);
-    int changeTimers(TimerAction action, const QStringList &args);
-    int changeTimersOf(Project &project, TimerAction action, std::optional<int> index,
-                       QStringList &done);
-    int addProject(const QStringList &args);
-    int addEntry(const QStringList &args);
-    int addFee(const QStringList &args);
-    int listFilters(const QStringList &args);
-    int convert(const QStringList &args);
-    int customers(const QStringList &args);
-    int exportReport(const QStringList &args);
-
-    // The customers of customers.plist in stored order; none when it cannot be read.
-    QList<std::shared_ptr<Customer>> storedCustomers() const;
-    QHash<int, QString> customerNames() const;
+    int runCommand(const QString &command, const QStringList &args);
 
     CliConsole m_console;
     Preferences m_preferences;

@@ -7,6 +7,13 @@ int CliConsole::fail(const QString &message, int status) {
     return status;
 }
 
+bool CliConsole::takesNothing(const QString &command, const QStringList &args) {
+    if (args.isEmpty())
+        return true;
+    fail(QStringLiteral("%1 takes no arguments").arg(command));
+    return false;
+}
+
 void CliConsole::warn(const QString &message) {
     m_err << message << '\n';
     m_err.flush();

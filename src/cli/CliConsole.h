@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QString>
+#include <QStringList>
 #include <QTextStream>
 
 // Where the commands of hourfold-cli write: normal output, one-line messages about problems, and
@@ -20,6 +21,8 @@ public:
 
     // Prints the message as one line on the error stream and returns the status.
     int fail(const QString &message, int status = BadArguments);
+    // True for no arguments; otherwise says that the command takes none and answers false.
+    bool takesNothing(const QString &command, const QStringList &args);
     // A line on the error stream that does not end the command.
     void warn(const QString &message);
     // The terminal's bell, on the error stream.

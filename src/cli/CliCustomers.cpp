@@ -31,6 +31,13 @@ CliCustomers::CliCustomers(CliConsole &console, Preferences &preferences,
     , m_path(customersPath)
     , m_file(file) {}
 
+QList<Customer::Pointer> CliCustomers::stored(const QString &customersPath) {
+    QFile file(customersPath);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return Customer::unarchiveList(file.readAll()).customers;
+}
+
 int CliCustomers::run(const QStringList &args) {
     if (args.isEmpty())
         return list();
@@ -82,8 +89,8 @@ int CliCustomers::changeStore(CliDocument &document,
         return m_console.fail(u"Cannot create the folder of \"%1\""_s.arg(m_path),
                               CliConsole::Unreadable);
     ProjectFileLock lock(m_path);
-    if (!lock.lock())
-        return m_console.fail(lock.errorString(), CliConsole::Unreadable);
+    if (!m_file.lock(lock))
+        return CliConsole::Unreadable;
     CustomerStorage storage(m_path, document, m_preferences);
     const CustomerStorage::Result loaded = storage.loadCustomers();
     if (!loaded.ok)

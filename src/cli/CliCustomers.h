@@ -3,10 +3,12 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <memory>
 
 class CliConsole;
 class CliDocument;
 class CliFileAccess;
+class Customer;
 class CustomerStorage;
 class Preferences;
 
@@ -20,6 +22,9 @@ public:
                  CliFileAccess &file);
 
     int run(const QStringList &args);
+
+    // The customers of the customers.plist in stored order; none when it cannot be read.
+    static QList<std::shared_ptr<Customer>> stored(const QString &customersPath);
 
 private:
     int list();

@@ -1,18 +1,23 @@
 #include "CliDocument.h"
 
+#include "model/EntryOrder.h"
+
 #include <QFileInfo>
 
 CliDocument::CliDocument(const QString &path)
     : m_path(QFileInfo(path).absoluteFilePath()) {}
 
-ProjectFile::LoadResult CliDocument::load(const CurrencyFormatter &currency) {
+ProjectFile::LoadResult CliDocument::load(const CurrencyFormatter &currency,
+                                          const EntryOrder &order) {
     ProjectFile::LoadResult result = ProjectFile::load(m_path);
     if (!result.ok)
         return result;
     m_projects = result.projects;
     m_currency = &currency;
+    m_order = &order;
     for (const auto &project : std::as_const(m_projects))
         project->setCurrencyFormatter(&currency);
+    order.sortAllProjects(m_projects);
     return result;
 }
 
@@ -32,6 +37,18 @@ void CliDocument::addProject(const std::shared_ptr<Project> &project) {
     project->setCurrencyFormatter(m_currency);
     m_projects.append(project);
     m_changed = true;
+}
+
+int CliDocument::addEntry(Project &project, const std::shared_ptr<ProjectItem> &item) {
+    project.addEntry(item);
+    sortEntriesOfProject(project);
+    m_changed = true;
+    return int(project.entries().indexOf(item)) + 1;
+}
+
+void CliDocument::sortEntriesOfProject(Project &project) const {
+    if (m_order)
+        m_order->sortEntriesOfProject(project);
 }
 
 ProjectList CliDocument::removeCustomerFromProjects(int customerId) {

@@ -225,7 +225,7 @@ int CliExport::write(CliDocument &document, const Choices &choices) {
     if (!chosenFilter(choices, filter))
         return CliConsole::BadArguments;
     // The document as the desktop program holds it after opening the file: entries in the
-    // order of the sorting preferences, customers deciding which projects are shown.
+    // order of the sorting preferences (read so), customers deciding which projects are shown.
     ProjectCollection collection(m_preferences);
     collection.setCurrencyFormatter(&m_currency);
     CustomerStorage customers(m_supportFolder + u"/customers.plist"_s, collection, m_preferences);
@@ -235,7 +235,6 @@ int CliExport::write(CliDocument &document, const Choices &choices) {
     collection.setCustomerDirectory(&customers);
     for (const auto &project : document.projects())
         collection.addProject(project);
-    collection.sortAllProjects();
     collection.setCurrentFilter(filter);
     if (!choices.searchText.isEmpty())
         collection.setSearchText(choices.searchText);

@@ -5,16 +5,25 @@
 
 using namespace Qt::StringLiterals;
 
-CliFileAccess::CliFileAccess(CliConsole &console, const CurrencyFormatter &currency)
+CliFileAccess::CliFileAccess(CliConsole &console, const CurrencyFormatter &currency,
+                             const Preferences &preferences)
     : m_console(console)
-    , m_currency(currency) {}
+    , m_currency(currency)
+    , m_order(preferences) {}
 
 int CliFileAccess::failWithoutPath() {
     return m_console.fail(u"No project file: give --file PATH"_s);
 }
 
+bool CliFileAccess::lock(ProjectFileLock &lock) {
+    if (lock.lock(m_lockWaitSeconds * 1000))
+        return true;
+    m_console.warn(lock.errorString());
+    return false;
+}
+
 bool CliFileAccess::load(CliDocument &document) {
-    const ProjectFile::LoadResult result = document.load(m_currency);
+    const ProjectFile::LoadResult result = document.load(m_currency, m_order);
     if (!result.ok) {
         m_console.warn(u"Cannot read \"%1\": %2"_s.arg(document.path(), result.error));
         return false;
@@ -38,10 +47,8 @@ int CliFileAccess::change(const Change &apply) {
     if (!hasPath())
         return failWithoutPath();
     CliDocument document(m_path);
-    ProjectFileLock lock(document.path());
-    if (!lock.lock())
-        return m_console.fail(lock.errorString(), CliConsole::Unreadable);
-    if (!load(document))
+    ProjectFileLock fileLock(document.path());
+    if (!lock(fileLock) || !load(document))
         return CliConsole::Unreadable;
     QStringList done;
     const int result = apply(document, done);
@@ -63,7 +70,7 @@ int CliFileAccess::changeProject(const QString &projectName, const ProjectChange
         const auto project = document.projectNamed(projectName);
         if (!project)
             return m_console.fail(u"Unknown project \"%1\""_s.arg(projectName));
-        const int result = apply(*project, done);
+        const int result = apply(document, *project, done);
         if (result == CliConsole::Success)
             document.setChanged();
         return result;

@@ -1,24 +1,30 @@
 #pragma once
 
 #include "CliDocument.h"
+#include "model/EntryOrder.h"
 
 #include <QStringList>
 #include <functional>
 
 class CliConsole;
 class CurrencyFormatter;
+class Preferences;
+class ProjectFileLock;
 
 // The project file of one run of hourfold-cli: read for listings, and read, changed and written
-// under the file's lock for changes, so that no other process's change is lost in between. Every
-// problem is printed with the status it ends the command with.
+// under the file's lock for changes, so that no other process's change is lost in between. The
+// items of every project are in the desktop program's order, the one of the sorting preferences.
+// Every problem is printed with the status it ends the command with.
 class CliFileAccess {
 public:
     using Reader = std::function<int(CliDocument &)>;
     // Adds the lines to print once the change is written; answers Success to have it written.
     using Change = std::function<int(CliDocument &, QStringList &done)>;
-    using ProjectChange = std::function<int(Project &, QStringList &done)>;
+    using ProjectChange = std::function<int(CliDocument &, Project &, QStringList &done)>;
 
-    CliFileAccess(CliConsole &console, const CurrencyFormatter &currency);
+    // The order of the items comes from the preferences.
+    CliFileAccess(CliConsole &console, const CurrencyFormatter &currency,
+                  const Preferences &preferences);
 
     // The file given with --file, else the desktop program's last opened one; empty for none.
     void setPath(const QString &path) { m_path = path; }
@@ -26,6 +32,13 @@ public:
     bool hasPath() const { return !m_path.isEmpty(); }
     // The message for a run without a file.
     int failWithoutPath();
+
+    // How long a command waits for a lock that another program holds; 0 to fail at once.
+    void setLockWait(int seconds) { m_lockWaitSeconds = seconds; }
+    // Takes the lock, waiting as long as set; false after printing why it could not.
+    bool lock(ProjectFileLock &lock);
+    // The order every project's items are read in.
+    const EntryOrder &order() const { return m_order; }
 
     // Reads the file (a write always replaces it whole, so no lock is needed) and hands it to
     // the reader; a file only the forgiving parse could read is used with a warning.
@@ -41,5 +54,7 @@ private:
 
     CliConsole &m_console;
     const CurrencyFormatter &m_currency;
+    EntryOrder m_order;
     QString m_path;
+    int m_lockWaitSeconds = 10;
 };

@@ -11,21 +11,23 @@ const QStringList &CliHelp::commands() {
 }
 
 QString CliHelp::general() {
-    return u"Usage: hourfold-cli [--file PATH] [--json] COMMAND [ARGUMENTS]\n"
+    return u"Usage: hourfold-cli [--file PATH] [--json] [--wait SECONDS] COMMAND [ARGUMENTS]\n"
            "\n"
            "Reads and changes a Hourfold project file. Without --file the file is the one the\n"
            "desktop program opened last (preference \"LastOpenFile\"). Preferences are never\n"
            "written.\n"
            "\n"
-           "Options:\n"
-           "  --file PATH   the project file to use\n"
-           "  --json        listing commands print JSON instead of aligned text\n"
-           "  --help        this text; COMMAND --help describes one command\n"
+           "Options, before the command or among its arguments:\n"
+           "  --file PATH       the project file to use\n"
+           "  --json            listing commands print JSON instead of aligned text\n"
+           "  --wait SECONDS    how long to wait while another program holds the file's lock\n"
+           "                    (default 10; 0 gives up at once)\n"
+           "  --help            this text; COMMAND --help describes one command\n"
            "\n"
            "Commands:\n"
            "  check                    reads the file and counts what it holds\n"
            "  projects                 lists the projects with their totals\n"
-           "  entries PROJECT          lists the items of a project in stored order\n"
+           "  entries PROJECT          lists the items of a project in the list's order\n"
            "  running                  lists running and paused timers\n"
            "  start PROJECT            starts a timer in the project\n"
            "  pause PROJECT [INDEX]    pauses a running timer, or all of the project\n"
@@ -39,12 +41,13 @@ QString CliHelp::general() {
            "  export                   writes a CSV, text, HTML, PDF or RTF report\n"
            "  convert --output PATH    writes the file in the current layout\n"
            "\n"
-           "INDEX is 1-based, as entries prints it. Changes are made under the file's lock and\n"
-           "written atomically.\n"
+           "Items are in the desktop program's order (the \"sortingColumn\" and\n"
+           "\"sortAscending\" preferences), and INDEX is 1-based, as entries prints it. Changes\n"
+           "are made under the file's lock and written atomically.\n"
            "\n"
            "Exit status: 0 success, 1 bad arguments or unknown project (nothing written),\n"
-           "2 a file cannot be read or written, 3 (check) only the forgiving parse could read\n"
-           "the file.\n"_s;
+           "2 a file cannot be read or written, or its lock stayed taken for the whole wait,\n"
+           "3 (check) only the forgiving parse could read the file.\n"_s;
 }
 
 QString CliHelp::command(const QString &name) {
@@ -65,13 +68,13 @@ QString CliHelp::command(const QString &name) {
     if (name == u"entries")
         return u"Usage: hourfold-cli [--file PATH] [--json] entries PROJECT\n"
                "\n"
-               "One line per item in stored order: index, kind (timed or flatfee), the day or\n"
-               "from/to, the duration (the amount for a flat fee), the pause time, [x] when\n"
-               "checked, tags and comment. With --json an array of objects with \"index\",\n"
-               "\"kind\", \"hasPeriod\", \"day\", \"fromDate\", \"fromTime\", \"toDate\",\n"
-               "\"toTime\" (stored forms), \"time\", \"pauseTime\", \"effectiveDuration\"\n"
-               "(minutes), \"working\", \"paused\", \"checked\", \"comment\", \"tags\" and\n"
-               "\"amount\" (null for timed entries).\n"_s;
+               "One line per item in the desktop program's order: index, kind (timed or\n"
+               "flatfee), the day or from/to, the duration (the amount for a flat fee), the pause\n"
+               "time, [x] when checked, tags and comment. With --json an array of objects with\n"
+               "\"index\", \"kind\", \"hasPeriod\", \"day\", \"fromDate\", \"fromTime\",\n"
+               "\"toDate\", \"toTime\" (stored forms), \"time\", \"pauseTime\",\n"
+               "\"effectiveDuration\" (minutes), \"working\", \"paused\", \"checked\",\n"
+               "\"comment\", \"tags\" and \"amount\" (null for timed entries).\n"_s;
     if (name == u"running")
         return u"Usage: hourfold-cli [--file PATH] [--json] running\n"
                "\n"
@@ -117,16 +120,16 @@ QString CliHelp::command(const QString &name) {
                "          --from \"DD.MM.YYYY HH:MM\" --to \"DD.MM.YYYY HH:MM\")\n"
                "         [--comment TEXT] [--tags TAGS]\n"
                "\n"
-               "Adds a finished timed entry after the project's other items: a day with a\n"
-               "duration, or a period whose duration is the minutes from --from to --to. The\n"
-               "project's rounding of entry durations applies as everywhere else. A period whose\n"
-               "end lies before its start is refused.\n"_s;
+               "Adds a finished timed entry where the desktop program's order puts it: a day\n"
+               "with a duration, or a period whose duration is the minutes from --from to --to.\n"
+               "The project's rounding of entry durations applies as everywhere else. A period\n"
+               "whose end lies before its start is refused.\n"_s;
     if (name == u"add-fee")
         return u"Usage: hourfold-cli [--file PATH] add-fee PROJECT --day DD.MM.YYYY --amount X\n"
                "         [--comment TEXT] [--tags TAGS]\n"
                "\n"
-               "Adds a flat fee after the project's other items. The amount is written with a\n"
-               "decimal point (120.5), whatever the locale.\n"_s;
+               "Adds a flat fee where the desktop program's order puts it. The amount is written\n"
+               "with a decimal point (120.5), whatever the locale.\n"_s;
     if (name == u"customers")
         return u"Usage: hourfold-cli [--file PATH] [--json] customers\n"
                "       hourfold-cli [--file PATH] customers add NAME\n"

@@ -11,6 +11,9 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QStandardPaths>
 #include <QtTest>
 
 namespace {
@@ -104,22 +107,24 @@ private slots:
 
     // JSON output is compared as JSON: every field, whatever the layout.
     void listings_data() {
-        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("arguments"); // after --file FILE unless they name FILE
         QTest::addColumn<QString>("printed");
-        QTest::newRow("projects") << QStringList{u"projects"_s}
-                                  << u"Alpha  03:00  $205.00  ACME\n"
-                                     u"Beta   00:00  $0.00\n"_s;
-        QTest::newRow("projects as JSON") << QStringList{u"--json"_s, u"projects"_s} << uR"([
+        const QString projectsJson = uR"([
     {"name": "Alpha", "description": "Main work", "customer": "ACME", "hourlyWage": 60,
      "totalDuration": 180, "totalDurationGross": 180, "totalWages": 205},
     {"name": "Beta", "description": "", "customer": null, "hourlyWage": 0, "totalDuration": 0,
      "totalDurationGross": 0, "totalWages": 0}])"_s;
-        QTest::newRow("entries")
-            << QStringList{u"entries"_s, u"Alpha"_s}
-            << u"1  timed    03.03.2025                           01:30   00:00  [x]  a,b  first\n"
-               u"2  timed    04.03.2025 09:00 - 04.03.2025 10:30  01:30   00:00  [ ]       line1 "
-               u"line2\n"
-               u"3  flatfee  05.03.2025                           $25.00  00:00  [ ]\n"_s;
+        const QString entries =
+            u"1  timed    03.03.2025                           01:30   00:00  [x]  a,b  first\n"
+            u"2  timed    04.03.2025 09:00 - 04.03.2025 10:30  01:30   00:00  [ ]       line1 "
+            u"line2\n"
+            u"3  flatfee  05.03.2025                           $25.00  00:00  [ ]\n"_s;
+        QTest::newRow("projects") << QStringList{u"projects"_s}
+                                  << u"Alpha  03:00  $205.00  ACME\n"
+                                     u"Beta   00:00  $0.00\n"_s;
+        QTest::newRow("projects as JSON")
+            << QStringList{u"--json"_s, u"projects"_s} << projectsJson;
+        QTest::newRow("entries") << QStringList{u"entries"_s, u"Alpha"_s} << entries;
         QTest::newRow("entries as JSON")
             << QStringList{u"--json"_s, u"entries"_s, u"Alpha"_s} << uR"([
     {"index": 1, "kind": "timed", "hasPeriod": false, "day": "03.03.2025", "fromDate": "",
@@ -133,18 +138,107 @@ private slots:
     {"index": 3, "kind": "flatfee", "hasPeriod": false, "day": "05.03.2025", "fromDate": "",
      "fromTime": "", "toDate": "", "toTime": "", "time": 0, "effectiveDuration": 0, "pauseTime": 0,
      "working": false, "paused": false, "checked": false, "tags": "", "comment": "", "amount": 25}])"_s;
+        // The global options stand after the command and among its arguments as well.
+        QTest::newRow("projects --json") << QStringList{u"projects"_s, u"--json"_s} << projectsJson;
+        QTest::newRow("entries with --file and --wait after the project")
+            << QStringList{u"entries"_s, u"Alpha"_s, u"--file"_s, u"FILE"_s, u"--wait=0"_s}
+            << entries;
     }
 
     void listings() {
         QFETCH(QStringList, arguments);
         QFETCH(QString, printed);
-        const Outcome outcome = onFile(arguments);
+        if (!arguments.contains(u"FILE"_s))
+            arguments = QStringList{u"--file"_s, u"FILE"_s} + arguments;
+        arguments.replaceInStrings(u"FILE"_s, m_file);
+        const Outcome outcome = run(arguments);
         QCOMPARE(outcome.exitCode, 0);
         if (arguments.contains(u"--json"_s))
             QCOMPARE(QJsonDocument::fromJson(outcome.out.toUtf8()),
                      QJsonDocument::fromJson(printed.toUtf8()));
         else
             QCOMPARE(outcome.out, printed);
+    }
+
+    // The window sorts every project's items after opening the file by the sorting preferences,
+    // flat fees among the timed entries; the listing, the indexes and the files written here
+    // follow the same order. The file stores a flat fee, a day entry, a period entry and a paused
+    // one, in that order.
+    void entryOrder_data() {
+        QTest::addColumn<bool>("ascending");
+        QTest::addColumn<bool>("olderLayout");
+        QTest::addColumn<QString>("listed"); // at 10.03.2008 12:00; the comment ends each line
+        QTest::addColumn<int>("pausedIndex");
+        const QStringList lines{
+            u"timed    06.03.2008 08:00 -                   00:30   99:30  [ ]    paused\n"_s,
+            u"timed    07.03.2008 09:00 - 07.03.2008 10:00  01:00   00:00  [ ]    period\n"_s,
+            u"timed    08.03.2008                           01:30   00:00  [ ]    day\n"_s,
+            u"flatfee  09.03.2008                           $25.00  00:00  [ ]    fee\n"_s};
+        const auto numbered = [](const QStringList &rows) {
+            QString text;
+            for (int i = 0; i < rows.size(); ++i)
+                text += QString::number(i + 1) + u"  "_s + rows[i];
+            return text;
+        };
+        QTest::newRow("ascending") << true << false << numbered(lines) << 1;
+        QTest::newRow("descending")
+            << false << false << numbered({lines[3], lines[2], lines[1], lines[0]}) << 4;
+        QTest::newRow("older layout")
+            << true << true
+            << u"1  timed    07.03.2008 09:00 - 07.03.2008 10:00  01:00   00:00  [ ]    period\n"
+               u"2  timed    08.03.2008                           01:30   00:00  [ ]    day\n"
+               u"3  flatfee  09.03.2008                           $25.00  00:00  [ ]    fee\n"_s
+            << 0;
+    }
+
+    void entryOrder() {
+        QFETCH(bool, ascending);
+        QFETCH(bool, olderLayout);
+        QFETCH(QString, listed);
+        QFETCH(int, pausedIndex);
+        if (QStandardPaths::findExecutable(u"faketime"_s).isEmpty())
+            QSKIP("faketime is not installed (scripts/bootstrap installs it)");
+        if (olderLayout) {
+            QVERIFY(writeFile(m_file, R"(<?xml version="1.0" encoding="UTF-8"?>
+<projects><project><name>Order</name>
+<FlatFeeEntry><day>09.03.2008</day><amount>25</amount><comment>fee</comment></FlatFeeEntry>
+<entry><day>08.03.2008</day><from></from><time>90</time><comment>day</comment></entry>
+<entry><day>07.03.2008</day><from>09:00</from><to>10:00</to><time>60</time>
+<comment>period</comment></entry>
+</project></projects>
+)"));
+        } else {
+            auto paused = periodEntry(u"06.03.2008 08:00"_s);
+            paused->setPausedAt(at(u"06.03.2008 08:30"_s));
+            auto order = project(u"Order"_s, 0.0f);
+            for (const auto &item :
+                 ItemList{commented(flatFee(u"09.03.2008"_s, 25.0f), u"fee"_s),
+                          commented(dayEntry(u"08.03.2008"_s, 90), u"day"_s),
+                          commented(periodEntry(u"07.03.2008 09:00"_s, u"07.03.2008 10:00"_s),
+                                    u"period"_s),
+                          commented(paused, u"paused"_s)})
+                order->addEntry(item);
+            QVERIFY(ProjectFile::save(m_file, {order}).ok);
+        }
+        writePreferences({{u"sortAscending"_s, ascending}});
+        const QString now = u"2008-03-10 12:00:00"_s;
+        const Outcome outcome = onFile({u"entries"_s, u"Order"_s}, {}, now);
+        QCOMPARE(outcome.exitCode, 0);
+        QCOMPARE(outcome.out, listed);
+        // The converted file keeps the items in the listed order.
+        const QString output = m_home.filePath(u"ordered.xml"_s);
+        QCOMPARE(onFile({u"convert"_s, u"--output"_s, output}).exitCode, 0);
+        QStringList written;
+        static const QRegularExpression comment(u"<comment>([^<]*)</comment>"_s);
+        for (const auto &match : comment.globalMatch(QString::fromUtf8(readFile(output))))
+            written << match.captured(1);
+        QStringList shown;
+        for (const QString &line : listed.split(u'\n', Qt::SkipEmptyParts))
+            shown << line.section(u' ', -1);
+        QCOMPARE(written, shown);
+        if (pausedIndex)
+            QCOMPARE(onFile({u"stop"_s, u"Order"_s, QString::number(pausedIndex)}, {}, now).out,
+                     u"Stopped entry %1 of \"Order\"\n"_s.arg(pausedIndex));
     }
 
     void fileComesFromPreferences() {
@@ -547,6 +641,7 @@ private slots:
         row("extra argument", {u"projects"_s, u"Alpha"_s}, u"projects"_s);
         row("unknown command", {u"frobnicate"_s}, u"frobnicate"_s);
         row("unknown option", {u"--verbose"_s, u"check"_s}, u"--verbose"_s);
+        row("wait not a number", {u"projects"_s, u"--wait"_s, u"soon"_s}, u"--wait"_s);
 
         row("project name taken", {u"add-project"_s, u"Alpha"_s},
             u"A project named \"Alpha\" already exists.\n"_s);
@@ -624,36 +719,66 @@ private slots:
         QVERIFY(!QFile::exists(output));
     }
 
-    void concurrentStartsAllKept() {
-        constexpr int count = 6;
-        std::vector<std::unique_ptr<QProcess>> processes;
-        for (int i = 0; i < count; ++i) {
-            processes.push_back(std::make_unique<QProcess>());
-            spawnStart(*processes.back(), i % 2 ? u"Alpha"_s : u"Beta"_s);
-        }
-        for (const auto &process : processes) {
-            QVERIFY(process->waitForFinished(30000));
-            QCOMPARE(process->exitCode(), 0);
-        }
-        const ProjectList projects = reload();
-        QCOMPARE(projects.size(), 2);
-        QCOMPARE(projects[0]->entries().size(), 3 + count / 2);
-        QCOMPARE(projects[1]->entries().size(), count / 2);
+    // While another program holds the lock (the desktop program saving, say), a command waits
+    // for it, 10 seconds unless --wait says otherwise; commands started together all land, one
+    // after the other.
+    void waitsForTheLock_data() {
+        QTest::addColumn<QStringList>("wait");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<int>("heldMs"); // how long the lock stays taken; 0: not taken
+        QTest::addColumn<bool>("lands");
+        QTest::newRow("20 commands at once") << QStringList() << 20 << 0 << true;
+        QTest::newRow("a save of 7 seconds") << QStringList() << 1 << 7000 << true;
+        QTest::newRow("--wait 0 gives up at once")
+            << QStringList{u"--wait"_s, u"0"_s} << 1 << 5000 << false;
     }
 
-    void waitsForTheDesktopProgramsLock() {
+    void waitsForTheLock() {
+        QFETCH(QStringList, wait);
+        QFETCH(int, count);
+        QFETCH(int, heldMs);
+        QFETCH(bool, lands);
         const QByteArray before = readFile(m_file);
-        auto lock = std::make_unique<ProjectFileLock>(m_file);
-        QVERIFY(lock->lock());
-        QProcess process;
-        spawnStart(process, u"Beta"_s);
-        QVERIFY(process.waitForStarted());
-        QVERIFY(!process.waitForFinished(700));
-        QCOMPARE(readFile(m_file), before);
+        std::unique_ptr<ProjectFileLock> lock;
+        if (heldMs) {
+            lock = std::make_unique<ProjectFileLock>(m_file);
+            QVERIFY(lock->lock());
+        }
+        std::vector<std::unique_ptr<QProcess>> processes;
+        for (int i = 0; i < count; ++i) {
+            auto process = std::make_unique<QProcess>();
+            process->setProcessEnvironment(environment());
+            process->start(QStringLiteral(HOURFOLD_CLI_PATH),
+                           QStringList{u"--file"_s, m_file, u"add-entry"_s, u"Beta"_s, u"--day"_s,
+                                       u"06.03.2025"_s, u"--duration"_s, u"00:%1"_s.arg(i + 10)} +
+                               wait);
+            processes.push_back(std::move(process));
+        }
+        QProcess &first = *processes.front();
+        if (heldMs) {
+            // The command ends while the lock is still taken only when it gives up.
+            QCOMPARE(first.waitForFinished(heldMs), !lands);
+            QCOMPARE(readFile(m_file), before);
+        }
+        if (!lands) {
+            QCOMPARE(first.exitCode(), 2);
+            QCOMPARE(QString::fromUtf8(first.readAllStandardError()),
+                     u"Another program (%1, process %2) is working on \"%3\".\n"_s
+                         .arg(QCoreApplication::applicationName())
+                         .arg(QCoreApplication::applicationPid())
+                         .arg(m_file));
+            return;
+        }
         lock.reset();
-        QVERIFY(process.waitForFinished(30000));
-        QCOMPARE(process.exitCode(), 0);
-        QCOMPARE(reload().at(1)->entries().size(), 1);
+        for (const auto &process : processes) {
+            QVERIFY(process->waitForFinished(60000));
+            QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
+        }
+        const ProjectList projects = reload();
+        QSet<int> minutes;
+        for (const auto &item : projects.at(1)->entries())
+            minutes.insert(item->effectiveDuration());
+        QCOMPARE(minutes.size(), count);
     }
 
     void help() {
@@ -687,6 +812,10 @@ private slots:
             << QStringList{u"export"_s, u"--format"_s, u"p"_s} << QStringList{u"pdf"_s};
         QTest::newRow("customers actions")
             << QStringList{u"customers"_s, u"h"_s} << QStringList{u"hide"_s};
+        QTest::newRow("project names after global options")
+            << QStringList{u"--wait"_s, u"5"_s,    u"start"_s, u"--json"_s,
+                           u"--file"_s, u"FILE"_s, u""_s}
+            << QStringList{u"Alpha"_s, u"Beta"_s};
     }
 
     void completion() {
@@ -732,13 +861,6 @@ private:
     Outcome onFile(const QStringList &arguments, const Environment &changes = {},
                    const QString &moment = {}) const {
         return run(QStringList{u"--file"_s, m_file} + arguments, changes, moment);
-    }
-
-    // Starts the program on the file, to start a timer in the project, without waiting for it.
-    void spawnStart(QProcess &process, const QString &project) const {
-        process.setProcessEnvironment(environment());
-        process.start(QStringLiteral(HOURFOLD_CLI_PATH),
-                      {u"--file"_s, m_file, u"start"_s, project});
     }
 
     QProcessEnvironment environment(const Environment &changes = {}) const {

@@ -1,34 +1,14 @@
 #include "ProjectCollection.h"
 
 #include "../Logging.h"
-#include "../platform/AtomicFile.h"
 #include "../platform/CurrencyFormatter.h"
 #include "../platform/Preferences.h"
-#include "../platform/ProjectFileLock.h"
-#include "CustomerDirectory.h"
-#include "EntrySort.h"
 #include "StoredForms.h"
 #include "UndoCommand.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace {
-
-Filter::Pointer makeSearchFilter() {
-    auto query = std::make_shared<MPSearchQuery>();
-    query->setMatchMode(1);
-    query->addCriterion(MPSearchCriterion::criterionWithString(
-        QStringLiteral(""), MPSearchCriterion::Contains, QStringLiteral("comment")));
-    auto tags = MPSearchCriterion::criterionWithTag(QStringLiteral(""), MPSearchCriterion::Contains,
-                                                    QStringLiteral("tags"));
-    tags->setIgnoresCase(true);
-    query->addCriterion(tags);
-    auto filter = std::make_shared<Filter>();
-    filter->setIsProjectsQueryActive(false);
-    filter->setEntryQuery(query);
-    return filter;
-}
 
 // The values of a project that editing takes over, customer included.
 std::shared_ptr<Project> valuesOf(const Project &project) {
@@ -53,10 +33,8 @@ void takeOver(Project &project, const Project &values) {
 ProjectCollection::ProjectCollection(Preferences &preferences, QObject *parent)
     : QObject(parent)
     , m_preferences(preferences)
-    , m_searchFilter(makeSearchFilter())
     , m_hideFadedProjects(preferences.boolForKey(u"hideFadedProjects"))
-    , m_sortingColumn(preferences.stringForKey(u"sortingColumn"))
-    , m_ascending(preferences.boolForKey(u"sortAscending")) {}
+    , m_order(preferences) {}
 
 ProjectCollection::~ProjectCollection() = default;
 
@@ -103,7 +81,7 @@ QList<std::shared_ptr<Entry>> ProjectCollection::workingEntries() const {
 void ProjectCollection::setDataChanged(bool changed) {
     m_changed = changed;
     emit changedMarkChanged(changed);
-    if (changed && m_finishedLoading && !m_currentFile.isEmpty() &&
+    if (changed && m_finishedLoading && !m_file.isEmpty() &&
         m_preferences.integerForKey(u"crashProtection") != 0)
         scheduleSave();
 }
@@ -119,19 +97,15 @@ void ProjectCollection::flushPendingSave() {
     if (!m_savePending)
         return;
     m_savePending = false;
-    if (m_changed && !m_currentFile.isEmpty())
-        saveCollection(m_currentFile);
+    if (m_changed && !m_file.isEmpty())
+        saveCollection(m_file.path());
 }
 
 void ProjectCollection::newDatabase() {
     m_projects.clear();
-    m_visibleProjects.clear();
-    m_visibleSet.clear();
-    m_filteredEntries.clear();
-    m_shownItems.clear();
+    m_shown.update(m_projects);
     m_undoStack.clear();
-    m_currentFile.clear();
-    m_fileIdentity = FileIdentity();
+    m_file.forget();
     m_savePending = false;
     setDataChanged(false);
     emit projectsChanged();
@@ -147,53 +121,26 @@ ProjectFile::LoadResult ProjectCollection::loadCollection(const QString &path) {
     m_projects = result.projects;
     for (const auto &project : std::as_const(m_projects))
         project->setCurrencyFormatter(m_currency);
-    m_currentFile = QFileInfo(path).absoluteFilePath();
-    m_fileIdentity = FileIdentity::of(m_currentFile, result.contentHash);
-    m_preferences.setObject(m_currentFile, u"LastOpenFile");
+    m_file.take(QFileInfo(path).absoluteFilePath(), result.contentHash);
+    m_preferences.setObject(m_file.path(), u"LastOpenFile");
     m_preferences.synchronize();
     sortAllProjects();
     updateVisibleProjects();
     setDataChanged(false);
     m_finishedLoading = true;
-    emit loaded(m_currentFile);
+    emit loaded(m_file.path());
     return result;
-}
-
-bool ProjectCollection::currentFileChangedOnDisk() const {
-    return !m_currentFile.isEmpty() && m_fileIdentity.isKnown() &&
-           m_fileIdentity.differsFrom(m_currentFile);
-}
-
-void ProjectCollection::adoptFileOnDisk() {
-    if (m_currentFile.isEmpty())
-        return;
-    QFile file(m_currentFile);
-    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    m_fileIdentity = FileIdentity::of(m_currentFile, FileIdentity::hashOf(bytes));
 }
 
 ProjectFile::SaveResult ProjectCollection::saveCollection(const QString &path) {
     m_savePending = false;
     const QString target = QFileInfo(path).absoluteFilePath();
-    ProjectFile::SaveResult result;
-    ProjectFileLock lock(target);
-    if (!lock.lock()) {
-        result.error = lock.errorString();
-    } else if (target == m_currentFile && currentFileChangedOnDisk()) {
-        result.error = tr("\"%1\" was changed by another program since it was opened or last "
-                          "saved. Nothing was written: reload the file or save it under another "
-                          "name.")
-                           .arg(target);
-    } else {
-        result = ProjectFile::save(target, m_projects);
-    }
+    const ProjectFile::SaveResult result = m_file.save(target, m_projects);
     if (!result.ok) {
         qCWarning(lcFile).noquote() << "not saved:" << result.error;
         emit saveFailed(result.error);
         return result;
     }
-    m_currentFile = target;
-    m_fileIdentity = FileIdentity::of(target, result.contentHash);
     setDataChanged(false);
     emit saved(target);
     return result;
@@ -211,7 +158,7 @@ QString ProjectCollection::statusBarInfo() const {
     int minutes = 0;
     float wages = 0;
     const auto filtered = [this](const ProjectItem &item) { return isEntryFiltered(item); };
-    for (const auto &project : m_visibleProjects) {
+    for (const auto &project : visibleProjects()) {
         minutes += filteredTotalDurationOfProject(*project);
         wages += project->totalWagesWithFilter(true, filtered);
     }
@@ -237,11 +184,6 @@ void ProjectCollection::insertProject(const std::shared_ptr<Project> &project, q
     m_projects.insert(std::clamp<qsizetype>(at, 0, m_projects.size()), project);
 }
 
-void ProjectCollection::removeProject(const std::shared_ptr<Project> &project) {
-    m_projects.removeAll(project);
-    m_visibleProjects.removeAll(project);
-}
-
 void ProjectCollection::addProject(const std::shared_ptr<Project> &project) {
     push(
         tr("Add Project"),
@@ -250,7 +192,7 @@ void ProjectCollection::addProject(const std::shared_ptr<Project> &project) {
             changed();
         },
         [this, project] {
-            removeProject(project);
+            m_projects.removeAll(project);
             changed();
         });
 }
@@ -260,7 +202,7 @@ void ProjectCollection::deleteProject(const std::shared_ptr<Project> &project) {
     push(
         tr("Delete Project"),
         [this, project] {
-            removeProject(project);
+            m_projects.removeAll(project);
             changed();
         },
         [this, project] {
@@ -403,13 +345,14 @@ void ProjectCollection::placeProject(const std::shared_ptr<Project> &project, in
     }
     // The index counts shown projects: the project goes right behind the shown project that now
     // stands before it.
-    const qsizetype oldIndex = m_visibleProjects.indexOf(project);
-    m_visibleProjects.removeAll(project);
-    index = int(std::clamp<qsizetype>(index, 0, m_visibleProjects.size()));
-    m_visibleProjects.insert(index, project);
+    ProjectList visible = m_shown.visibleProjects();
+    const qsizetype oldIndex = visible.indexOf(project);
+    visible.removeAll(project);
+    index = int(std::clamp<qsizetype>(index, 0, visible.size()));
+    visible.insert(index, project);
     qsizetype place = 0;
     if (index > 0) {
-        place = m_projects.indexOf(m_visibleProjects[index - 1]) + (index < oldIndex ? 1 : 0);
+        place = m_projects.indexOf(visible[index - 1]) + (index < oldIndex ? 1 : 0);
     }
     m_projects.removeAll(project);
     m_projects.insert(std::clamp<qsizetype>(place, 0, m_projects.size()), project);
@@ -418,7 +361,7 @@ void ProjectCollection::placeProject(const std::shared_ptr<Project> &project, in
 void ProjectCollection::moveProject(const std::shared_ptr<Project> &project, int index) {
     const bool inVisibleList = m_hideFadedProjects;
     const int oldIndex =
-        int(inVisibleList ? m_visibleProjects.indexOf(project) : m_projects.indexOf(project));
+        int(inVisibleList ? visibleProjects().indexOf(project) : m_projects.indexOf(project));
     push(
         tr("Move Project"),
         [this, project, index, inVisibleList] {
@@ -471,24 +414,8 @@ ProjectList ProjectCollection::removeCustomerFromProjects(int customerId) {
     return cleared;
 }
 
-void ProjectCollection::sortAllProjects() {
-    for (const auto &project : std::as_const(m_projects))
-        sortEntriesOfProject(*project);
-}
-
-void ProjectCollection::sortEntriesOfProject(Project &project) {
-    if (!EntrySort::isSortColumn(m_sortingColumn))
-        return;
-    ItemList items = project.entries();
-    EntrySort::sortEntries(items, m_sortingColumn, m_ascending);
-    project.setEntries(items);
-}
-
 void ProjectCollection::columnClicked(const QString &column) {
-    m_sortingColumn = column;
-    m_ascending = !m_ascending;
-    m_preferences.setObject(m_sortingColumn, u"sortingColumn");
-    m_preferences.setObject(m_ascending, u"sortAscending");
+    m_order.columnClicked(column, m_preferences);
     sortAllProjects();
     updateVisibleProjects();
 }
@@ -502,116 +429,23 @@ ProjectList ProjectCollection::projectsToExpand() const {
     return expanded;
 }
 
-ProjectList ProjectCollection::collapseFadedProjects() const {
-    ProjectList faded;
-    for (const auto &project : m_projects) {
-        const auto visible =
-            m_customers ? m_customers->isCustomerVisible(project->customer()) : std::nullopt;
-        if (!visible.value_or(false))
-            faded.append(project);
-    }
-    return faded;
-}
-
 void ProjectCollection::setHideFadedProjects(bool hide) {
     m_hideFadedProjects = hide;
     m_preferences.setObject(hide, u"hideFadedProjects");
     updateVisibleProjects();
 }
 
-bool ProjectCollection::isCustomerHidden(int customerId) const {
-    if (customerId == -1 || !m_customers)
-        return false;
-    return !m_customers->isCustomerVisible(customerId).value_or(true);
-}
-
 void ProjectCollection::updateVisibleProjects() {
-    m_visibleProjects.clear();
-    m_filteredEntries.clear();
-    m_shownItems.clear();
-    for (const auto &project : std::as_const(m_projects)) {
-        if (!isCustomerHidden(project->customer()))
-            m_visibleProjects.append(project);
-    }
-    if (!m_searchText.isEmpty()) {
-        for (const auto &project : std::as_const(m_visibleProjects))
-            storeShownEntries(*project);
-    }
-    if (m_currentFilter) {
-        if (const auto query = m_currentFilter->projectQuery())
-            m_visibleProjects =
-                query->findAllMatchingObjectsIn(m_visibleProjects).value_or(ProjectList());
-        for (const auto &project : std::as_const(m_visibleProjects))
-            storeShownEntries(*project);
-    }
-    m_visibleSet.clear();
-    for (const auto &project : std::as_const(m_visibleProjects))
-        m_visibleSet.insert(project.get());
+    m_shown.update(m_projects);
     emit projectsChanged();
 }
 
-void ProjectCollection::storeShownEntries(const Project &project) {
-    // Stored under the name: two projects of the same name share one list, as they always have.
-    const ItemList shown = filterEntriesArray(project.entries());
-    QSet<const ProjectItem *> items;
-    items.reserve(shown.size());
-    for (const auto &item : shown)
-        items.insert(item.get());
-    m_filteredEntries.insert(project.name(), shown);
-    m_shownItems.insert(project.name(), items);
-}
-
 void ProjectCollection::setCurrentFilter(const Filter::Pointer &filter) {
-    m_currentFilter = filter;
+    m_shown.setCurrentFilter(filter);
     updateVisibleProjects();
 }
 
 void ProjectCollection::setSearchText(const QString &text) {
-    m_searchText = text;
-    const auto query = m_searchFilter->entryQuery();
-    for (int i = 0; i < query->criteriaCount(); ++i)
-        query->criterionAtIndex(i)->setObjectValue(text);
+    m_shown.setSearchText(text);
     updateVisibleProjects();
-}
-
-ItemList ProjectCollection::filteredEntriesForProject(const Project &project) const {
-    return m_filteredEntries.value(project.name());
-}
-
-ItemList ProjectCollection::filterEntriesArray(const ItemList &items) const {
-    ItemList result = items;
-    if (m_currentFilter && m_currentFilter->entryQuery())
-        result =
-            m_currentFilter->entryQuery()->findAllMatchingObjectsIn(result).value_or(ItemList());
-    if (!m_searchText.isEmpty())
-        result =
-            m_searchFilter->entryQuery()->findAllMatchingObjectsIn(result).value_or(ItemList());
-    return result;
-}
-
-bool ProjectCollection::isProjectFiltered(const Project &project) const {
-    if (isCustomerHidden(project.customer()))
-        return true;
-    return !m_visibleSet.contains(&project);
-}
-
-bool ProjectCollection::isEntryFiltered(const ProjectItem &item) const {
-    const Project *project = item.parent();
-    if (!project)
-        return true;
-    if (isProjectFiltered(*project))
-        return true;
-    if (!m_currentFilter && m_searchText.isEmpty())
-        return false;
-    const auto shown = m_shownItems.constFind(project->name());
-    return shown == m_shownItems.cend() || !shown->contains(&item);
-}
-
-int ProjectCollection::filteredTotalDurationOfProject(const Project &project) const {
-    int total = 0;
-    for (const auto &item : project.entries()) {
-        if (item->isEntry() && item->isFinished() && !isEntryFiltered(*item))
-            total += item->effectiveDuration();
-    }
-    return total;
 }

@@ -1,19 +1,18 @@
 #pragma once
 
-#include "../platform/FileIdentity.h"
 #include "../search/Filter.h"
 #include "CustomerAssignments.h"
 #include "Entry.h"
+#include "EntryOrder.h"
 #include "FlatFeeEntry.h"
+#include "OpenedFile.h"
 #include "ProjectFile.h"
+#include "ShownProjects.h"
 
-#include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QUndoStack>
 
 class CurrencyFormatter;
-class CustomerDirectory;
 class Preferences;
 
 // The document: every project, the undo stack, the changed mark and the order of entries. Every
@@ -29,7 +28,9 @@ public:
     ~ProjectCollection() override;
 
     // Which customers exist and are shown; without one, no customer exists.
-    void setCustomerDirectory(const CustomerDirectory *directory) { m_customers = directory; }
+    void setCustomerDirectory(const CustomerDirectory *directory) {
+        m_shown.setCustomerDirectory(directory);
+    }
     void setCurrencyFormatter(const CurrencyFormatter *formatter);
 
     const ProjectList &projectArray() const { return m_projects; }
@@ -59,12 +60,12 @@ public:
     // nothing is written and the reason says so.
     ProjectFile::SaveResult saveCollection(const QString &path);
     // The file loaded or last saved; empty for a new document.
-    QString currentFile() const { return m_currentFile; }
+    QString currentFile() const { return m_file.path(); }
     // Whether another program has changed the current file since it was loaded or saved.
-    bool currentFileChangedOnDisk() const;
+    bool currentFileChangedOnDisk() const { return m_file.changedOnDisk(); }
     // Takes the file as it is on disk now as the one this document was made from, so that the
     // next save replaces what another program wrote (the user chose to keep this version).
-    void adoptFileOnDisk();
+    void adoptFileOnDisk() { m_file.adoptFileOnDisk(); }
     // Writes a crash-protection save that is still waiting, now.
     void flushPendingSave();
 
@@ -101,33 +102,41 @@ public:
     ProjectList removeCustomerFromProjects(int customerId) override;
 
     // Order of entries.
-    QString sortingColumn() const { return m_sortingColumn; }
-    bool ascending() const { return m_ascending; }
-    void sortAllProjects();
-    void sortEntriesOfProject(Project &project);
+    QString sortingColumn() const { return m_order.sortingColumn(); }
+    bool ascending() const { return m_order.ascending(); }
+    void sortAllProjects() { m_order.sortAllProjects(m_projects); }
+    void sortEntriesOfProject(Project &project) { m_order.sortEntriesOfProject(project); }
     // A click on a column heading: that column sorts, and the direction flips on every click.
     void columnClicked(const QString &column);
 
     // Expansion state for the list: projects whose row is expanded, and those to collapse
     // because their customer is not shown (which includes projects without one, deliberately).
     ProjectList projectsToExpand() const;
-    ProjectList collapseFadedProjects() const;
+    ProjectList collapseFadedProjects() const { return m_shown.collapseFadedProjects(m_projects); }
     bool hideFadedProjects() const { return m_hideFadedProjects; }
     void setHideFadedProjects(bool hide);
 
     // What is shown.
     void updateVisibleProjects() override;
-    const ProjectList &visibleProjects() const { return m_visibleProjects; }
+    const ProjectList &visibleProjects() const { return m_shown.visibleProjects(); }
     void setCurrentFilter(const Filter::Pointer &filter);
-    Filter::Pointer currentFilter() const { return m_currentFilter; }
+    Filter::Pointer currentFilter() const { return m_shown.currentFilter(); }
     void setSearchText(const QString &text);
-    QString searchText() const { return m_searchText; }
-    Filter::Pointer searchFilter() const { return m_searchFilter; }
-    ItemList filteredEntriesForProject(const Project &project) const;
-    ItemList filterEntriesArray(const ItemList &items) const;
-    bool isProjectFiltered(const Project &project) const;
-    bool isEntryFiltered(const ProjectItem &item) const;
-    int filteredTotalDurationOfProject(const Project &project) const;
+    QString searchText() const { return m_shown.searchText(); }
+    Filter::Pointer searchFilter() const { return m_shown.searchFilter(); }
+    ItemList filteredEntriesForProject(const Project &project) const {
+        return m_shown.filteredEntriesForProject(project);
+    }
+    ItemList filterEntriesArray(const ItemList &items) const {
+        return m_shown.filterEntriesArray(items);
+    }
+    bool isProjectFiltered(const Project &project) const {
+        return m_shown.isProjectFiltered(project);
+    }
+    bool isEntryFiltered(const ProjectItem &item) const { return m_shown.isEntryFiltered(item); }
+    int filteredTotalDurationOfProject(const Project &project) const {
+        return m_shown.filteredTotalDurationOfProject(project);
+    }
 
 signals:
     // The projects, their entries or what is shown changed: views reload.
@@ -139,35 +148,22 @@ signals:
     void saveFailed(const QString &reason);
 
 private:
-    bool isCustomerHidden(int customerId) const;
     void changed();
     void push(const QString &name, std::function<void()> perform, std::function<void()> revert);
     void insertProject(const std::shared_ptr<Project> &project, qsizetype at);
-    void removeProject(const std::shared_ptr<Project> &project);
     void placeProject(const std::shared_ptr<Project> &project, int index, bool inVisibleList);
     void scheduleSave();
-    void storeShownEntries(const Project &project);
 
     Preferences &m_preferences;
-    const CustomerDirectory *m_customers = nullptr;
     const CurrencyFormatter *m_currency = nullptr;
     ProjectList m_projects;
-    ProjectList m_visibleProjects;
-    QHash<QString, ItemList> m_filteredEntries;
-    QSet<const Project *> m_visibleSet;
-    // The same items as sets, so that asking about one entry takes constant time.
-    QHash<QString, QSet<const ProjectItem *>> m_shownItems;
-    Filter::Pointer m_currentFilter;
-    Filter::Pointer m_searchFilter;
-    QString m_searchText;
+    ShownProjects m_shown;
     bool m_changed = false;
     bool m_hideFadedProjects = false;
     bool m_finishedLoading = false;
-    QString m_sortingColumn;
-    bool m_ascending = true;
+    EntryOrder m_order;
     QUndoStack m_undoStack;
-    QString m_currentFile;
-    FileIdentity m_fileIdentity;
+    OpenedFile m_file;
     bool m_savePending = false;
     bool m_markingAnnouncedChange = false;
 };

@@ -1,6 +1,16 @@
 #include "ProjectFileLock.h"
 
+#include <QDeadlineTimer>
 #include <QFileInfo>
+#include <QThread>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 retryIntervalMs = 20;
+
+} // namespace
 
 ProjectFileLock::ProjectFileLock(const QString &projectPath)
     : m_projectPath(projectPath)
@@ -16,8 +26,19 @@ QString ProjectFileLock::lockPathFor(const QString &projectPath) {
 }
 
 bool ProjectFileLock::lock(int timeoutMs) {
-    if (m_lock->tryLock(timeoutMs))
-        return true;
+    // Tried again at short, even intervals: QLockFile's own waiting doubles the pause after each
+    // try, so of many programs waiting together most would sleep through the moments the lock
+    // is free and give up.
+    const QDeadlineTimer deadline(timeoutMs);
+    while (!m_lock->tryLock(0)) {
+        if (m_lock->error() != QLockFile::LockFailedError || deadline.hasExpired())
+            return fail();
+        QThread::msleep(ulong(std::min<qint64>(retryIntervalMs, deadline.remainingTime())));
+    }
+    return true;
+}
+
+bool ProjectFileLock::fail() {
     switch (m_lock->error()) {
     case QLockFile::LockFailedError: {
         qint64 pid = 0;

@@ -21,6 +21,9 @@ public:
     static QString lockPathFor(const QString &projectPath);
 
 private:
+    // Sets the reason the lock was not taken; false.
+    bool fail();
+
     QString m_projectPath;
     std::unique_ptr<QLockFile> m_lock;
     QString m_error;

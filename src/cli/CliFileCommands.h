@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QStringList>
+
+class CliConsole;
+class CliFileAccess;
+class CurrencyFormatter;
+
+// The commands about the project file as a whole: check reads it and counts what it holds,
+// convert writes it again in the current layout.
+class CliFileCommands {
+public:
+    CliFileCommands(CliConsole &console, const CurrencyFormatter &currency, CliFileAccess &file);
+
+    int check(const QStringList &args);
+    int convert(const QStringList &args);
+
+private:
+    CliConsole &m_console;
+    const CurrencyFormatter &m_currency;
+    CliFileAccess &m_file;
+};
