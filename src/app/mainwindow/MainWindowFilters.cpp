@@ -53,8 +53,10 @@ MainWindowFilters::~MainWindowFilters() = default;
 
 void MainWindowFilters::load() {
     m_quickFilters->load(m_quickFiltersPath);
-    m_filters->awake();
+    // Read before the saved filter comes back: bringing it back turns the quick filters off, and
+    // the quick filter chosen last sets it aside again.
     const QString chosen = m_preferences.stringForKey(u"quickfilter");
+    m_filters->awake();
     const QString identifier = chosen.isEmpty() ? u"off"_s : chosen;
     m_quickFilterBar->setSelected(identifier);
     m_quickFilters->choose(identifier, true, *m_filters, *this, m_preferences);

@@ -523,6 +523,46 @@ private slots:
                  m_preferences->boolForKey(u"hideFadedProjects"));
     }
 
+    // The next run starts with the filters of this one.
+    void filtersSurviveARestart_data() {
+        QTest::addColumn<QStringList>("chosen");
+        QTest::addColumn<QString>("quickFilter");
+        QTest::addColumn<QString>("savedFilter");
+        QTest::addColumn<QString>("current");
+        QTest::newRow("This week")
+            << QStringList{u"week"_s} << u"week"_s << u"Off"_s << u"This week"_s;
+        QTest::newRow("saved filter")
+            << QStringList{u"saved"_s} << u"off"_s << u"Mine"_s << u"Mine"_s;
+        QTest::newRow("saved filter, then This week")
+            << QStringList{u"saved"_s, u"week"_s} << u"week"_s << u"Off"_s << u"This week"_s;
+    }
+    void filtersSurviveARestart() {
+        QFETCH(QStringList, chosen);
+        QFETCH(QString, quickFilter);
+        QFETCH(QString, savedFilter);
+        QFETCH(QString, current);
+        auto mine = QuickFilters::makeDefaultFilters().constFirst();
+        mine->setName(u"Mine"_s);
+        QVERIFY(writeFile(m_folder->filePath(u"filters.plist"_s), Filter::archiveList({mine})));
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        for (const QString &choice : chosen) {
+            if (choice == u"saved")
+                QTest::keyClick(m_window->filterPopUp(), Qt::Key_Down);
+            else
+                m_window->quickFilterBar()->findChild<QAbstractButton *>(choice)->click();
+        }
+        QCOMPARE(currentFilterName(), current);
+        restartWindow();
+        QCOMPARE(m_window->quickFilterBar()->selected(), quickFilter);
+        QCOMPARE(m_window->filterPopUp()->currentText(), savedFilter);
+        QCOMPARE(currentFilterName(), current);
+        QCOMPARE(m_preferences->stringForKey(u"quickfilter"), quickFilter);
+        // The saved filter set aside for the quick one comes back with it.
+        QCOMPARE(m_preferences->stringForKey(u"selectedFilterName"),
+                 chosen.contains(u"saved"_s) ? u"Mine"_s : QString());
+    }
+
 private:
     void startWithTimers() {
         auto project = std::make_shared<Project>(u"Timers"_s, u""_s, 60.0f, 0, 0, 0, -1, u""_s);
@@ -534,6 +574,22 @@ private:
         m_preferences->setObject(m_file, u"LastOpenFile");
         startWindow();
         m_window->listView()->expand(m_window->listModel()->index(0, 0));
+    }
+
+    QString currentFilterName() const {
+        const Filter::Pointer filter = m_collection->currentFilter();
+        return filter ? filter->name() : u"none"_s;
+    }
+
+    // Quits and starts again with the same preferences, as the next run of the program.
+    void restartWindow() {
+        QSignalSpy terminated(m_window.get(), &MainWindow::terminated);
+        m_window->quit();
+        QCOMPARE(terminated.size(), 1);
+        cleanup();
+        Preferences::setShared(m_preferences.get());
+        FilterController::forgetSelectedFilterName();
+        startWindow();
     }
 
     QString timerStates() const {
