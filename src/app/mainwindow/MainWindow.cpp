@@ -109,22 +109,18 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
             &MainWindow::updateCommandStates);
 
     ProjectCollection &collection = services.collection;
-    connect(&collection, &ProjectCollection::projectsChanged, this, [this] {
-        m_statusLine.updateInfo();
-        updateDetails();
-        updateCommandStates();
-    });
+    connect(&collection, &ProjectCollection::projectsChanged, this, &MainWindow::documentChanged);
     connect(&collection, &ProjectCollection::changedMarkChanged, this, [this](bool changed) {
         setWindowModified(changed);
-        updateCommandStates();
+        // Changes made in place (a timer paused or resumed, attachments) only set the mark.
+        if (changed && !m_services.collection.isMarkingAnnouncedChange())
+            documentChanged();
+        else
+            updateCommandStates();
     });
     connect(m_controller, &ProjectController::currentFilenameChanged, this,
             &MainWindow::updateTitle);
-    connect(m_controller, &ProjectController::documentReplaced, this, [this] {
-        m_statusLine.updateInfo();
-        updateDetails();
-        updateCommandStates();
-    });
+    connect(m_controller, &ProjectController::documentReplaced, this, &MainWindow::documentChanged);
     connect(m_controller, &ProjectController::mainWindowWanted, this, [this] {
         show();
         raise();
@@ -143,14 +139,12 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
             [this](const std::shared_ptr<Entry> &, const std::shared_ptr<Project> &project) {
                 expandProject(project.get());
             });
-    connect(m_entrySheet, &EntrySheet::entryEdited, this, &MainWindow::updateDetails);
     connect(m_projectSheet, &ProjectSheet::projectSaved, this,
             [this](const std::shared_ptr<Project> &project) { selectRow(project); });
     connect(m_flatFeeSheet, &FlatFeeSheet::flatFeeSaved, this,
             [this](const std::shared_ptr<FlatFeeEntry> &fee, bool created) {
                 if (created)
                     expandProject(fee->parent());
-                updateDetails();
             });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         updateDetails();
@@ -196,7 +190,6 @@ void MainWindow::connectCommands() {
     on("orderFrontStandardAboutPanel:", this, &MainWindow::showAbout);
     on("performFindPanelAction:", &m_filters, &MainWindowFilters::focusSearchField);
 
-    connect(m_attachments, &AttachmentsPanel::attachmentsChanged, this, &MainWindow::updateDetails);
     connect(&m_drawer, &MainWindowDrawer::opened, this, &MainWindow::updateDetails);
     QAction *customers = m_actions.action(u"toggleDropBox:"_s);
     connect(m_customerBar, &CustomerSideBar::dropBoxHiddenChanged, customers,
@@ -249,6 +242,12 @@ void MainWindow::updateTitle() {
     setWindowModified(m_services.collection.dataChanged());
 }
 
+void MainWindow::documentChanged() {
+    m_statusLine.updateInfo();
+    updateDetails();
+    updateCommandStates();
+}
+
 CommandValidation::Selection MainWindow::selection() const {
     CommandValidation::Selection selected;
     const QModelIndex current = m_list->currentIndex();
@@ -295,13 +294,11 @@ void MainWindow::deleteSelection() {
 void MainWindow::pause() {
     const QModelIndex current = m_list->currentIndex();
     m_timerCommands.pause(m_model->projectAt(current), m_model->itemAt(current));
-    updateDetails();
 }
 
 void MainWindow::resume() {
     const QModelIndex current = m_list->currentIndex();
     m_timerCommands.resume(m_model->projectAt(current), m_model->itemAt(current));
-    updateDetails();
 }
 
 void MainWindow::startTimer() {
@@ -394,7 +391,6 @@ void MainWindow::expandProject(const Project *project) {
     const QModelIndex row = project ? m_model->indexOfProject(*project) : QModelIndex();
     if (row.isValid())
         m_list->expand(row);
-    updateDetails();
 }
 
 void MainWindow::showPreferences() {

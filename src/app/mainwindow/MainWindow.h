@@ -117,6 +117,9 @@ private:
     void connectCommands();
     void preferenceChanged(const QString &key);
     void updateTitle();
+    // What the document shows changed, or what it holds: the totals, the details and the
+    // commands follow, whichever command or program made the change.
+    void documentChanged();
     void deleteSelection();
     void pause();
     void resume();

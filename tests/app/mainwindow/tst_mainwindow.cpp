@@ -563,6 +563,33 @@ private slots:
                  chosen.contains(u"saved"_s) ? u"Mine"_s : QString());
     }
 
+    // Pause and resume from the action cells show in the details and the totals at once, not at
+    // the next refresh; the totals count finished entries only.
+    void timerClicksShowAtOnce() {
+        m_preferences->setObject(true, u"DrawerState");
+        startWithTimers();
+        ProjectListView *list = m_window->listView();
+        // The narrow list beside the drawer scrolls to the cell, as the user would.
+        const auto click = [list](const QModelIndex &row, int segment) {
+            const QModelIndex cell = row.siblingAtColumn(ProjectListModel::ActionColumn);
+            list->scrollTo(cell);
+            QTest::mouseClick(
+                list->viewport(), Qt::LeftButton, {},
+                ActionTableColumn::segmentRect(list->visualRect(cell), segment).center());
+        };
+        const QModelIndex paused =
+            m_window->listModel()->index(0, 0, m_window->listModel()->index(0, 0));
+        QTextBrowser *details = m_window->detailsPane()->browser();
+        for (const int segment : {0, 1}) {
+            click(paused, segment);
+            QCOMPARE(timerStates(),
+                     segment == 0 ? u"running 2, paused 0"_s : u"running 1, paused 1"_s);
+            QCOMPARE(details->toPlainText().contains(u"Paused at:"_s), segment == 1);
+            QCOMPARE(m_window->statusInfoLabel()->text(),
+                     u"Total duration: 00:00    Total wages: $0.00"_s);
+        }
+    }
+
 private:
     void startWithTimers() {
         auto project = std::make_shared<Project>(u"Timers"_s, u""_s, 60.0f, 0, 0, 0, -1, u""_s);
