@@ -563,6 +563,40 @@ private slots:
                  chosen.contains(u"saved"_s) ? u"Mine"_s : QString());
     }
 
+    // New and Open go on once the untitled document is saved through the panel.
+    void commandFollowsTheSavePanel_data() {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("saveAs");
+        QTest::addColumn<int>("rowsAfter");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("New") << u"newDatabase:"_s << u"named.projects"_s << 0
+                             << u"untitled[*] — Hourfold"_s;
+        QTest::newRow("Open") << u"load:"_s << u"named.projects"_s << 2
+                              << u"work.projects[*] — Hourfold"_s;
+        QTest::newRow("New, panel cancelled")
+            << u"newDatabase:"_s << QString() << 1 << u"untitled[*] — Hourfold"_s;
+    }
+    void commandFollowsTheSavePanel() {
+        QFETCH(QString, command);
+        QFETCH(QString, saveAs);
+        QFETCH(int, rowsAfter);
+        QFETCH(QString, title);
+        startWindow();
+        m_collection->addProject(sampleProjects().constFirst());
+        m_user.answers = {0};
+        m_window->commandAction(command)->trigger();
+        if (command == u"load:")
+            m_user.endOpenPanel(m_file);
+        QCOMPARE(m_user.messages(), QStringList{u"Do you want to save your changes?"_s});
+        QVERIFY(m_user.savePanel);
+        m_user.endSavePanel(saveAs.isEmpty() ? QString() : m_folder->filePath(saveAs));
+        QCOMPARE(m_window->listModel()->rowCount(), rowsAfter);
+        QCOMPARE(m_window->windowTitle(), title);
+        QCOMPARE(m_window->isWindowModified(), saveAs.isEmpty());
+        if (!saveAs.isEmpty())
+            QCOMPARE(ProjectFile::load(m_folder->filePath(saveAs)).projects.size(), 1);
+    }
+
     // Pause and resume from the action cells show in the details and the totals at once, not at
     // the next refresh; the totals count finished entries only.
     void timerClicksShowAtOnce() {
