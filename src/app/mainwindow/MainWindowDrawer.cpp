@@ -19,6 +19,7 @@ MainWindowDrawer::MainWindowDrawer(Preferences &preferences, DetailsPane *pane, 
     connect(command, &QAction::triggered, pane, [pane] { pane->setVisible(!pane->isVisible()); });
     connect(pane, &QDockWidget::visibilityChanged, this, [this, command](bool visible) {
         command->setChecked(visible);
+        m_shown = m_shown || visible;
         if (visible)
             emit opened();
         // The pane's own close button counts as much as the command; a minimised window does not.
@@ -33,6 +34,8 @@ void MainWindowDrawer::restoreSize() {
 }
 
 void MainWindowDrawer::storeSize() {
+    if (!m_shown)
+        return;
     m_preferences.setObject(float(m_pane->width()), u"drawerWidth");
     m_preferences.setObject(float(m_pane->height()), u"drawerHeight");
 }

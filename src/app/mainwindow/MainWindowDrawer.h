@@ -19,7 +19,8 @@ public:
 
     // Gives the drawer the width of the last run.
     void restoreSize();
-    // Keeps the drawer's size for the next run.
+    // Keeps the drawer's size for the next run when the drawer was in view in this one: one that
+    // never was has no size of its own to keep.
     void storeSize();
 
 signals:
@@ -30,4 +31,5 @@ private:
     Preferences &m_preferences;
     DetailsPane *m_pane;
     QMainWindow *m_window;
+    bool m_shown = false;
 };

@@ -597,6 +597,25 @@ private slots:
             QCOMPARE(ProjectFile::load(m_folder->filePath(saveAs)).projects.size(), 1);
     }
 
+    // The details drawer's size is kept only when the drawer was there to be sized.
+    void drawerSizeAfterTheQuit_data() {
+        QTest::addColumn<bool>("open");
+        QTest::newRow("never shown") << false;
+        QTest::newRow("shown") << true;
+    }
+    void drawerSizeAfterTheQuit() {
+        QFETCH(bool, open);
+        m_preferences->setObject(321.0f, u"drawerWidth");
+        m_preferences->setObject(456.0f, u"drawerHeight");
+        m_preferences->setObject(open, u"DrawerState");
+        startWindow();
+        const QSize shown = m_window->detailsPane()->size();
+        m_window->quit();
+        const QSize expected = open ? shown : QSize(321, 456);
+        QCOMPARE(m_preferences->floatForKey(u"drawerWidth"), float(expected.width()));
+        QCOMPARE(m_preferences->floatForKey(u"drawerHeight"), float(expected.height()));
+    }
+
     // Pause and resume from the action cells show in the details and the totals at once, not at
     // the next refresh; the totals count finished entries only.
     void timerClicksShowAtOnce() {
