@@ -5,8 +5,6 @@
 #include "ActionTableColumn.h"
 #include "ProjectListModel.h"
 #include "ProjectListView.h"
-#include "TimeControlWidget.h"
-#include "WBTimeControl.h"
 #include "customers/CustomerSideBar.h"
 #include "details/AttachmentsPanel.h"
 #include "details/DetailsPane.h"
@@ -19,25 +17,17 @@
 #include "model/ProjectCollection.h"
 #include "model/ProjectFile.h"
 #include "platform/CurrencyFormatter.h"
-#include "preferences/PreferencesWindow.h"
 #include "search/FilterController.h"
 #include "search/QuickFilters.h"
 #include "stores/CustomerStorage.h"
 #include "stores/TagStorage.h"
 
 #include <QAbstractButton>
-#include <QAbstractSpinBox>
 #include <QAction>
-#include <QButtonGroup>
-#include <QCheckBox>
-#include <QColorDialog>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
-#include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -52,70 +42,6 @@ ProjectList sampleProjects() {
     auto app = std::make_shared<Project>(u"App"_s, u""_s, 60.0f, 0, 0, 0, -1, u""_s);
     app->addEntry(flatFee(u"01.10.2026"_s, 250.0f));
     return {web, app};
-}
-
-// The controls of the preferences window that hold a setting; each is named after its key, a
-// radio button after its key and row.
-bool isSettingControl(const QWidget *widget) {
-    if (widget->objectName().isEmpty())
-        return false;
-    return qobject_cast<const QAbstractButton *>(widget) ||
-           qobject_cast<const QComboBox *>(widget) ||
-           qobject_cast<const QAbstractSpinBox *>(widget) ||
-           qobject_cast<const TimeControlWidget *>(widget);
-}
-
-QString settingKey(const QWidget *control) {
-    if (const auto *radio = qobject_cast<const QRadioButton *>(control))
-        return radio->group()->objectName();
-    return control->objectName();
-}
-
-// What a setting's control shows, as text, to compare two windows.
-QString shownSetting(const QWidget *control) {
-    if (const auto *radio = qobject_cast<const QRadioButton *>(control))
-        return radio->group()->checkedButton()->objectName();
-    if (const auto *box = qobject_cast<const QCheckBox *>(control))
-        return box->isChecked() ? u"on"_s : u"off"_s;
-    if (const auto *button = qobject_cast<const QPushButton *>(control)) {
-        const QImage swatch = button->icon().pixmap(button->iconSize()).toImage();
-        return swatch.pixelColor(swatch.rect().center()).name();
-    }
-    if (const auto *combo = qobject_cast<const QComboBox *>(control))
-        return combo->currentText();
-    if (const auto *spin = qobject_cast<const QAbstractSpinBox *>(control))
-        return spin->text();
-    const WBTimeControl &time = qobject_cast<const TimeControlWidget *>(control)->control();
-    return QTime(time.hour(), time.minute()).toString();
-}
-
-// Changes what the control shows, or puts back (undo) what it showed before; a control that
-// another setting switches off changes all the same, its setting still holds a value.
-void changeSetting(QWidget *control, bool undo, const QString &before) {
-    if (auto *radio = qobject_cast<QRadioButton *>(control)) {
-        QAbstractButton *target = control->window()->findChild<QAbstractButton *>(before);
-        if (!undo) {
-            target = radio;
-            if (radio->isChecked())
-                target = radio->group()->buttons().at(radio->group()->id(radio) == 0 ? 1 : 0);
-        }
-        target->setChecked(true);
-    } else if (auto *box = qobject_cast<QCheckBox *>(control)) {
-        box->toggle();
-    } else if (auto *button = qobject_cast<QPushButton *>(control)) {
-        button->click();
-        auto *dialog = control->window()->findChild<QColorDialog *>();
-        dialog->setCurrentColor(undo ? QColor(before) : QColor(before).darker());
-        dialog->accept();
-        delete dialog;
-    } else if (auto *combo = qobject_cast<QComboBox *>(control)) {
-        combo->setCurrentIndex(undo ? combo->findText(before)
-                                    : (combo->currentIndex() + 1) % combo->count());
-    } else if (auto *spin = qobject_cast<QAbstractSpinBox *>(control)) {
-        spin->stepBy(undo ? -1 : 1);
-    } else {
-        QTest::keyClick(control, undo ? Qt::Key_Down : Qt::Key_Up);
-    }
 }
 
 } // namespace
@@ -479,48 +405,6 @@ private slots:
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, cell.center());
         QVERIFY(m_window->projectSheet()->isVisible());
         m_window->projectSheet()->reject();
-    }
-
-    // Every control on every page of the preferences window, changed once and back while the
-    // main window listens: each change is announced once and stays what was set.
-    void everySettingChangesBothWays_data() {
-        QTest::addColumn<int>("page");
-        QTest::addColumn<QString>("name");
-        QTemporaryDir folder;
-        Preferences preferences(folder.filePath(u"p.conf"_s));
-        ProjectCollection collection(preferences);
-        PreferencesWindow window(preferences, collection, m_currency);
-        for (int page = 0; page < window.pages()->count(); ++page) {
-            for (const QWidget *control : window.pages()->widget(page)->findChildren<QWidget *>()) {
-                if (isSettingControl(control))
-                    QTest::addRow("%s", qPrintable(control->objectName()))
-                        << page << control->objectName();
-            }
-        }
-    }
-    void everySettingChangesBothWays() {
-        QFETCH(int, page);
-        QFETCH(QString, name);
-        m_preferences->setObject(m_file, u"LastOpenFile");
-        startWindow();
-        m_window->commandAction(u"showPreferences:"_s)->trigger();
-        auto *window = m_window->findChild<PreferencesWindow *>();
-        QVERIFY(window && window->isVisible());
-        window->pages()->setCurrentIndex(page);
-        auto *control = window->findChild<QWidget *>(name);
-        const QString before = shownSetting(control);
-        for (const bool undo : {false, true}) {
-            QSignalSpy changed(m_preferences.get(), &Preferences::valueChanged);
-            changeSetting(control, undo, before);
-            QCOMPARE(changed.count(), 1);
-            QCOMPARE(changed.first().first().toString(), settingKey(control));
-            QCOMPARE(shownSetting(control) == before, undo);
-            // A window opened now shows what the preferences hold.
-            PreferencesWindow reread(*m_preferences, *m_collection, m_currency);
-            QCOMPARE(shownSetting(reread.findChild<QWidget *>(name)), shownSetting(control));
-        }
-        QCOMPARE(m_collection->hideFadedProjects(),
-                 m_preferences->boolForKey(u"hideFadedProjects"));
     }
 
     // The next run starts with the filters of this one.
