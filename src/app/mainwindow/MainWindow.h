@@ -3,13 +3,15 @@
 #include "details/DetailsPage.h"
 #include "mainwindow/CommandValidation.h"
 #include "mainwindow/EditCommands.h"
+#include "mainwindow/MainWindowActions.h"
+#include "mainwindow/MainWindowDrawer.h"
+#include "mainwindow/MainWindowFilters.h"
+#include "mainwindow/MainWindowStatusLine.h"
+#include "mainwindow/MainWindowToolbar.h"
 #include "mainwindow/TimerCommands.h"
-#include "search/FilterTarget.h"
 #include "stores/AttachmentController.h"
 
-#include <QHash>
 #include <QMainWindow>
-#include <memory>
 
 class AttachmentsPanel;
 class CurrencyFormatter;
@@ -20,7 +22,6 @@ class DetailsPane;
 class EntrySheet;
 class FlatFeeSheet;
 class FilePanels;
-class FilterController;
 class Preferences;
 class PreferencesWindow;
 class ProjectCollection;
@@ -33,15 +34,17 @@ class QLabel;
 class QLineEdit;
 class QToolBar;
 class QuickFilterBar;
-class QuickFilters;
 class TagEditorPanel;
 class TagStorage;
 class UserAlerts;
 
 // The main window: the quick-filter bar over the project list, the details pane beside it, the
 // toolbar, the menus and the status line. It shows the document and hands every command to the
-// document or to the controller; the rules live in those and in the small logic classes.
-class MainWindow : public QMainWindow, public FilterTarget {
+// document or to the controller; the rules live in those and in the small logic classes. Its parts
+// have classes of their own: the commands and menus (MainWindowActions), the toolbar
+// (MainWindowToolbar), the filters (MainWindowFilters), the status line (MainWindowStatusLine) and
+// the details drawer (MainWindowDrawer).
+class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
@@ -77,34 +80,29 @@ public:
     EntrySheet *entrySheet() const { return m_entrySheet; }
     ProjectSheet *projectSheet() const { return m_projectSheet; }
     FlatFeeSheet *flatFeeSheet() const { return m_flatFeeSheet; }
-    QuickFilterBar *quickFilterBar() const { return m_quickFilterBar; }
-    QComboBox *filterPopUp() const { return m_filterPopUp; }
-    QLineEdit *searchField() const { return m_searchField; }
-    QLabel *saveWarningLabel() const { return m_saveWarning; }
-    QLabel *statusInfoLabel() const { return m_statusInfo; }
-    QToolBar *mainToolbar() const { return m_toolbar; }
+    QuickFilterBar *quickFilterBar() const { return m_filters.quickFilterBar(); }
+    QComboBox *filterPopUp() const { return m_filters.filterPopUp(); }
+    QLineEdit *searchField() const { return m_filters.searchField(); }
+    QLabel *saveWarningLabel() const { return m_statusLine.saveWarningLabel(); }
+    QLabel *statusInfoLabel() const { return m_statusLine.infoLabel(); }
+    QToolBar *mainToolbar() const { return m_toolbar.toolbar(); }
     // The menu and toolbar command of an action ("save:", "delete:", ...); nullptr when the
     // window has no such command.
-    QAction *commandAction(const QString &action) const { return m_commands.value(action); }
+    QAction *commandAction(const QString &action) const { return m_actions.action(action); }
     // The identifiers of the toolbar items shown, in order.
-    QStringList toolbarItemIdentifiers() const { return m_toolbarItems; }
-    // The toolbar items whose commands exist in this window.
-    static QStringList availableToolbarItems();
+    QStringList toolbarItemIdentifiers() const { return m_toolbar.itemIdentifiers(); }
 
     // Quits as the Quit command does: asks, saves, or waits for the save panel.
     void quit();
     // Shows the window and opens the files handed over by the desktop or a second launch.
     void openFiles(const QStringList &files);
 
-    void setCurrentFilter(const Filter::Pointer &filter) override;
-    void disableQuickFilters() override;
-
     void updateCommandStates();
     // A click on a segment of the action column, or the Stop command (segment 2).
     void actionButtonClicked(const QModelIndex &index, int segment);
     void updateDetails();
-    void setToolbarItems(const QStringList &identifiers);
-    void customizeToolbar();
+    void setToolbarItems(const QStringList &identifiers) { m_toolbar.setItems(identifiers); }
+    void customizeToolbar() { m_toolbar.customize(); }
 
 signals:
     // The quit went through: the application ends its event loop.
@@ -115,17 +113,13 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void createCommands();
-    void createMenus();
-    void createToolbar();
-    void setupToolbar();
-    void createStatusLine();
-    void createFilterControls();
-    void loadQuickFilters();
-    void fillFilterPopUp();
+    // Connects each command to what it does.
+    void connectCommands();
     void preferenceChanged(const QString &key);
     void updateTitle();
-    void updateStatusInfo();
+    // What the document shows changed, or what it holds: the totals, the details and the
+    // commands follow, whichever command or program made the change.
+    void documentChanged();
     void deleteSelection();
     void pause();
     void resume();
@@ -142,40 +136,31 @@ private:
     void selectRow(const std::shared_ptr<Project> &project);
     // Opens the project's row (a new entry or timer in it); the selection stays.
     void expandProject(const Project *project);
-    void toggleDetails();
-    void toggleQuickFilters();
     void showPreferences();
     void showAbout();
     void terminate();
     CommandValidation::Selection selection() const;
-    QAction *addCommand(const QString &action, const QString &title, const QKeySequence &keys,
-                        const QString &image = {});
 
     Services m_services;
     DetailsPage m_pages;
     ProjectController *m_controller;
-    std::unique_ptr<FilterController> m_filters;
-    std::unique_ptr<QuickFilters> m_quickFilters;
     ProjectListModel *m_model;
     ProjectListView *m_list;
     DetailsPane *m_details;
     CustomerSideBar *m_customerBar;
     AttachmentsPanel *m_attachments;
     TagEditorPanel *m_tagEditor;
-    QuickFilterBar *m_quickFilterBar;
-    QComboBox *m_filterPopUp;
-    QLineEdit *m_searchField;
-    QLabel *m_statusInfo;
-    QLabel *m_saveWarning;
-    QToolBar *m_toolbar;
+    MainWindowFilters &m_filters;
+    MainWindowStatusLine &m_statusLine;
     PreferencesWindow *m_preferencesWindow = nullptr;
     EntrySheet *m_entrySheet;
     ProjectSheet *m_projectSheet;
     FlatFeeSheet *m_flatFeeSheet;
     EditCommands m_editCommands;
     TimerCommands m_timerCommands;
-    QHash<QString, QAction *> m_commands;
-    QStringList m_toolbarItems;
+    MainWindowActions &m_actions;
+    MainWindowToolbar &m_toolbar;
+    MainWindowDrawer &m_drawer;
     bool m_terminated = false;
     bool m_attachmentsPlaced = false;
 };

@@ -118,14 +118,19 @@ int ProjectController::askUserToSaveChanges() {
                               {tr("Save"), tr("Cancel"), tr("Don't save")}});
 }
 
-bool ProjectController::settleChanges() {
+bool ProjectController::settleChanges(const std::function<void()> &afterSavePanel) {
     if (!m_collection.dataChanged())
         return true;
     switch (askUserToSaveChanges()) {
     case UserAlerts::firstButton:
+        if (!canSaveInPlace()) {
+            // The command goes on when the panel has written the file.
+            m_afterSavePanel = afterSavePanel;
+            saveAs();
+            return false;
+        }
         save();
-        // A document that could not be written (or whose file is still being chosen) stays:
-        // going on would throw the changes away.
+        // A document that could not be written stays: going on would throw the changes away.
         return !m_collection.dataChanged();
     case UserAlerts::firstButton + 2:
         return true;
@@ -135,8 +140,11 @@ bool ProjectController::settleChanges() {
 }
 
 void ProjectController::newDatabase() {
-    if (!settleChanges())
-        return;
+    if (settleChanges([this] { replaceWithNewDatabase(); }))
+        replaceWithNewDatabase();
+}
+
+void ProjectController::replaceWithNewDatabase() {
     m_collection.newDatabase();
     setCurrentFilename(untitled());
     emit documentReplaced();
@@ -153,8 +161,10 @@ void ProjectController::load() {
 }
 
 bool ProjectController::openFile(const QString &path) {
-    if (!settleChanges())
-        return false;
+    return settleChanges([this, path] { loadFile(path); }) && loadFile(path);
+}
+
+bool ProjectController::loadFile(const QString &path) {
     const ProjectFile::LoadResult result = m_collection.loadCollection(path);
     if (!result.ok) {
         m_alerts.runModal({tr("Load failed."),
@@ -192,11 +202,14 @@ void ProjectController::announceRecovery(const QString &path,
     emit statusMessage(sentences.join(u' '));
 }
 
+bool ProjectController::canSaveInPlace() const {
+    return !m_preferences.stringForKey(u"LastOpenFile").isEmpty() && !isUntitled();
+}
+
 void ProjectController::save() {
     // The target is the file of the last Save As or load, not necessarily currentFilename.
-    const QString lastFile = m_preferences.stringForKey(u"LastOpenFile");
-    if (!lastFile.isEmpty() && !isUntitled()) {
-        m_collection.saveCollection(lastFile);
+    if (canSaveInPlace()) {
+        m_collection.saveCollection(m_preferences.stringForKey(u"LastOpenFile"));
         m_needsSaving = false;
     } else {
         saveAs();
@@ -209,6 +222,7 @@ void ProjectController::saveAs() {
 }
 
 void ProjectController::savePanelDidEnd(const QString &path) {
+    const std::function<void()> then = std::exchange(m_afterSavePanel, nullptr);
     bool written = false;
     if (!path.isEmpty()) {
         storeStartingDirectory(path);
@@ -229,6 +243,8 @@ void ProjectController::savePanelDidEnd(const QString &path) {
         m_isQuitting = false;
         emit quitAnswered(written);
     }
+    if (written && then)
+        then();
 }
 
 void ProjectController::revert() {

@@ -49,7 +49,8 @@ public:
     void save();
     void saveAs();
     void revert();
-    // A file handed over by the command line, the file manager or a second launch.
+    // A file handed over by the command line, the file manager or a second launch; false when it
+    // is not open now (it could not be read, the user cancelled, or it waits for the save panel).
     bool openFile(const QString &path);
 
     int askUserToSaveChanges();
@@ -87,8 +88,15 @@ signals:
     void statusMessage(const QString &message);
 
 private:
-    // Runs the save prompt when the document has changes; false when the user cancelled.
-    bool settleChanges();
+    // Runs the save prompt when the document has changes; true when the command that asked may
+    // go on now. "Save" on a document without a file opens the save panel instead, and
+    // afterSavePanel runs once the panel has written the file (not at all when it did not).
+    bool settleChanges(const std::function<void()> &afterSavePanel);
+    void replaceWithNewDatabase();
+    // Loads the file in place of the document; the user hears of a failure.
+    bool loadFile(const QString &path);
+    // Whether Save writes the known file rather than asking for one.
+    bool canSaveInPlace() const;
     void savePanelDidEnd(const QString &path);
     // Tells the user on the status line that only the forgiving parse could read the file, or
     // which values could not be read and were left empty, and where the original is kept.
@@ -115,4 +123,6 @@ private:
     QFileSystemWatcher m_watcher;
     RecentDocuments m_recent;
     std::function<bool()> m_busy;
+    // What New or Open does once the save panel they opened has written the document.
+    std::function<void()> m_afterSavePanel;
 };

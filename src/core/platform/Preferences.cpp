@@ -10,6 +10,15 @@ Preferences *&sharedOverride() {
     static Preferences *instance = nullptr;
     return instance;
 }
+
+// Whether the value to store is the one there already. Values read back from the file are texts
+// ("true", "42.5"), so a text is also compared with the new value's text.
+bool sameValue(const QVariant &stored, const QVariant &value) {
+    if (stored == value)
+        return true;
+    return stored.typeId() == QMetaType::QString && value.canConvert<QString>() &&
+           stored.toString() == value.toString();
+}
 } // namespace
 
 Preferences::Preferences(const QString &filePath, QObject *parent)
@@ -134,8 +143,12 @@ QTime Preferences::timeForKey(QStringView key) const {
 
 void Preferences::setObject(const QVariant &value, QStringView key) {
     const QString name = key.toString();
+    const bool changed = !sameValue(objectForKey(name), value);
     m_settings->setValue(name, value);
-    emit valueChanged(name);
+    // Storing what is there already announces nothing: a listener that stores the value it was
+    // told about is not told again.
+    if (changed)
+        emit valueChanged(name);
 }
 
 void Preferences::setColor(const QColor &color, QStringView key) {

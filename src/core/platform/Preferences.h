@@ -35,6 +35,7 @@ public:
     // Colours are kept losslessly as four decimal numbers "r g b a" (0..1).
     QColor colorForKey(QStringView key) const;
 
+    // Stores the value; valueChanged() follows only when it differs from what the key answered.
     void setObject(const QVariant &value, QStringView key);
     void setColor(const QColor &color, QStringView key);
     void removeObjectForKey(QStringView key);
@@ -47,7 +48,7 @@ public:
     static QColor colorFromText(const QString &text);
 
 signals:
-    // A value was set or removed under the key.
+    // The value under the key changed (set to another value, or removed).
     void valueChanged(const QString &key);
 
 private:

@@ -2,6 +2,7 @@
 #include "support/Files.h"
 #include "support/ScriptedUser.h"
 
+#include "ActionTableColumn.h"
 #include "ProjectListModel.h"
 #include "ProjectListView.h"
 #include "customers/CustomerSideBar.h"
@@ -17,6 +18,7 @@
 #include "model/ProjectCollection.h"
 #include "model/ProjectFile.h"
 #include "platform/CurrencyFormatter.h"
+#include "search/FilterController.h"
 #include "search/QuickFilters.h"
 #include "stores/CustomerStorage.h"
 #include "stores/TagStorage.h"
@@ -51,12 +53,12 @@ class TestMainWindow : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() {
-        QStandardPaths::setTestModeEnabled(true);
-        Clock::setNow(QDateTime(QDate(2026, 11, 22), QTime(10, 0)));
-    }
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
     void init() {
+        Clock::setNow(QDateTime(QDate(2026, 11, 22), QTime(10, 0)));
+        // Each window stands for a run of the program, which starts with no saved filter chosen.
+        FilterController::forgetSelectedFilterName();
         m_folder = std::make_unique<QTemporaryDir>();
         m_preferences = std::make_unique<Preferences>(m_folder->filePath(u"p.conf"_s));
         Preferences::setShared(m_preferences.get());
@@ -383,6 +385,126 @@ private slots:
         m_window->projectSheet()->reject();
     }
 
+    // The next run starts with the filters of this one.
+    void filtersSurviveARestart_data() {
+        QTest::addColumn<QStringList>("chosen");
+        QTest::addColumn<QString>("quickFilter");
+        QTest::addColumn<QString>("savedFilter");
+        QTest::addColumn<QString>("current");
+        QTest::newRow("This week")
+            << QStringList{u"week"_s} << u"week"_s << u"Off"_s << u"This week"_s;
+        QTest::newRow("saved filter")
+            << QStringList{u"saved"_s} << u"off"_s << u"Mine"_s << u"Mine"_s;
+        QTest::newRow("saved filter, then This week")
+            << QStringList{u"saved"_s, u"week"_s} << u"week"_s << u"Off"_s << u"This week"_s;
+    }
+    void filtersSurviveARestart() {
+        QFETCH(QStringList, chosen);
+        QFETCH(QString, quickFilter);
+        QFETCH(QString, savedFilter);
+        QFETCH(QString, current);
+        auto mine = QuickFilters::makeDefaultFilters().constFirst();
+        mine->setName(u"Mine"_s);
+        QVERIFY(writeFile(m_folder->filePath(u"filters.plist"_s), Filter::archiveList({mine})));
+        m_preferences->setObject(m_file, u"LastOpenFile");
+        startWindow();
+        for (const QString &choice : chosen) {
+            if (choice == u"saved")
+                QTest::keyClick(m_window->filterPopUp(), Qt::Key_Down);
+            else
+                m_window->quickFilterBar()->findChild<QAbstractButton *>(choice)->click();
+        }
+        QCOMPARE(currentFilterName(), current);
+        restartWindow();
+        QCOMPARE(m_window->quickFilterBar()->selected(), quickFilter);
+        QCOMPARE(m_window->filterPopUp()->currentText(), savedFilter);
+        QCOMPARE(currentFilterName(), current);
+        QCOMPARE(m_preferences->stringForKey(u"quickfilter"), quickFilter);
+        // The saved filter set aside for the quick one comes back with it.
+        QCOMPARE(m_preferences->stringForKey(u"selectedFilterName"),
+                 chosen.contains(u"saved"_s) ? u"Mine"_s : QString());
+    }
+
+    // New and Open go on once the untitled document is saved through the panel.
+    void commandFollowsTheSavePanel_data() {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("saveAs");
+        QTest::addColumn<int>("rowsAfter");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("New") << u"newDatabase:"_s << u"named.projects"_s << 0
+                             << u"untitled[*] — Hourfold"_s;
+        QTest::newRow("Open") << u"load:"_s << u"named.projects"_s << 2
+                              << u"work.projects[*] — Hourfold"_s;
+        QTest::newRow("New, panel cancelled")
+            << u"newDatabase:"_s << QString() << 1 << u"untitled[*] — Hourfold"_s;
+    }
+    void commandFollowsTheSavePanel() {
+        QFETCH(QString, command);
+        QFETCH(QString, saveAs);
+        QFETCH(int, rowsAfter);
+        QFETCH(QString, title);
+        startWindow();
+        m_collection->addProject(sampleProjects().constFirst());
+        m_user.answers = {0};
+        m_window->commandAction(command)->trigger();
+        if (command == u"load:")
+            m_user.endOpenPanel(m_file);
+        QCOMPARE(m_user.messages(), QStringList{u"Do you want to save your changes?"_s});
+        QVERIFY(m_user.savePanel);
+        m_user.endSavePanel(saveAs.isEmpty() ? QString() : m_folder->filePath(saveAs));
+        QCOMPARE(m_window->listModel()->rowCount(), rowsAfter);
+        QCOMPARE(m_window->windowTitle(), title);
+        QCOMPARE(m_window->isWindowModified(), saveAs.isEmpty());
+        if (!saveAs.isEmpty())
+            QCOMPARE(ProjectFile::load(m_folder->filePath(saveAs)).projects.size(), 1);
+    }
+
+    // The details drawer's size is kept only when the drawer was there to be sized.
+    void drawerSizeAfterTheQuit_data() {
+        QTest::addColumn<bool>("open");
+        QTest::newRow("never shown") << false;
+        QTest::newRow("shown") << true;
+    }
+    void drawerSizeAfterTheQuit() {
+        QFETCH(bool, open);
+        m_preferences->setObject(321.0f, u"drawerWidth");
+        m_preferences->setObject(456.0f, u"drawerHeight");
+        m_preferences->setObject(open, u"DrawerState");
+        startWindow();
+        const QSize shown = m_window->detailsPane()->size();
+        m_window->quit();
+        const QSize expected = open ? shown : QSize(321, 456);
+        QCOMPARE(m_preferences->floatForKey(u"drawerWidth"), float(expected.width()));
+        QCOMPARE(m_preferences->floatForKey(u"drawerHeight"), float(expected.height()));
+    }
+
+    // Pause and resume from the action cells show in the details and the totals at once, not at
+    // the next refresh; the totals count finished entries only.
+    void timerClicksShowAtOnce() {
+        m_preferences->setObject(true, u"DrawerState");
+        startWithTimers();
+        ProjectListView *list = m_window->listView();
+        // The narrow list beside the drawer scrolls to the cell, as the user would.
+        const auto click = [list](const QModelIndex &row, int segment) {
+            const QModelIndex cell = row.siblingAtColumn(ProjectListModel::ActionColumn);
+            list->scrollTo(cell);
+            QTest::mouseClick(
+                list->viewport(), Qt::LeftButton, {},
+                ActionTableColumn::segmentRect(list->visualRect(cell), segment).center());
+        };
+        const QModelIndex paused =
+            m_window->listModel()->index(0, 0, m_window->listModel()->index(0, 0));
+        QTextBrowser *details = m_window->detailsPane()->browser();
+        for (const int segment : {0, 1}) {
+            click(paused, segment);
+            QCOMPARE(timerStates(),
+                     segment == 0 ? u"running 2, paused 0"_s : u"running 1, paused 1"_s);
+            QCOMPARE(details->toPlainText().contains(u"Paused at:"_s), segment == 1);
+            QCOMPARE(m_window->statusInfoLabel()->text(),
+                     u"Total duration: 00:00    Total wages: $0.00"_s);
+        }
+    }
+
 private:
     void startWithTimers() {
         auto project = std::make_shared<Project>(u"Timers"_s, u""_s, 60.0f, 0, 0, 0, -1, u""_s);
@@ -393,6 +515,22 @@ private:
         QVERIFY(ProjectFile::save(m_file, {project}).ok);
         startWindow(m_file);
         m_window->listView()->expand(m_window->listModel()->index(0, 0));
+    }
+
+    QString currentFilterName() const {
+        const Filter::Pointer filter = m_collection->currentFilter();
+        return filter ? filter->name() : u"none"_s;
+    }
+
+    // Quits and starts again with the same preferences, as the next run of the program.
+    void restartWindow() {
+        QSignalSpy terminated(m_window.get(), &MainWindow::terminated);
+        m_window->quit();
+        QCOMPARE(terminated.size(), 1);
+        cleanup();
+        Preferences::setShared(m_preferences.get());
+        FilterController::forgetSelectedFilterName();
+        startWindow();
     }
 
     QString timerStates() const {

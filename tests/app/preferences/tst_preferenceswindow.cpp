@@ -2,16 +2,22 @@
 
 #include "TimeControlWidget.h"
 #include "WBTimeControl.h"
+#include "mainwindow/MainWindow.h"
 #include "platform/LocaleFormat.h"
 #include "preferences/PreferencesForm.h"
 #include "preferences/PreferencesWindow.h"
+#include "stores/CustomerStorage.h"
+#include "stores/TagStorage.h"
 
+#include <QAbstractSpinBox>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QSpinBox>
@@ -47,6 +53,70 @@ Drive chooseColor(const QString &name, const QColor &color) {
         dialog->setCurrentColor(color);
         dialog->accept();
     };
+}
+
+// The controls of the preferences window that hold a setting; each is named after its key, a
+// radio button after its key and row.
+bool isSettingControl(const QWidget *widget) {
+    if (widget->objectName().isEmpty())
+        return false;
+    return qobject_cast<const QAbstractButton *>(widget) ||
+           qobject_cast<const QComboBox *>(widget) ||
+           qobject_cast<const QAbstractSpinBox *>(widget) ||
+           qobject_cast<const TimeControlWidget *>(widget);
+}
+
+QString settingKey(const QWidget *control) {
+    if (const auto *radio = qobject_cast<const QRadioButton *>(control))
+        return radio->group()->objectName();
+    return control->objectName();
+}
+
+// What a setting's control shows, as text, to compare two windows.
+QString shownSetting(const QWidget *control) {
+    if (const auto *radio = qobject_cast<const QRadioButton *>(control))
+        return radio->group()->checkedButton()->objectName();
+    if (const auto *box = qobject_cast<const QCheckBox *>(control))
+        return box->isChecked() ? u"on"_s : u"off"_s;
+    if (const auto *button = qobject_cast<const QPushButton *>(control)) {
+        const QImage swatch = button->icon().pixmap(button->iconSize()).toImage();
+        return swatch.pixelColor(swatch.rect().center()).name();
+    }
+    if (const auto *combo = qobject_cast<const QComboBox *>(control))
+        return combo->currentText();
+    if (const auto *spin = qobject_cast<const QAbstractSpinBox *>(control))
+        return spin->text();
+    const WBTimeControl &time = qobject_cast<const TimeControlWidget *>(control)->control();
+    return QTime(time.hour(), time.minute()).toString();
+}
+
+// Changes what the control shows, or puts back (undo) what it showed before; a control that
+// another setting switches off changes all the same, its setting still holds a value.
+void changeSetting(QWidget *control, bool undo, const QString &before) {
+    if (auto *radio = qobject_cast<QRadioButton *>(control)) {
+        QAbstractButton *target = control->window()->findChild<QAbstractButton *>(before);
+        if (!undo) {
+            target = radio;
+            if (radio->isChecked())
+                target = radio->group()->buttons().at(radio->group()->id(radio) == 0 ? 1 : 0);
+        }
+        target->setChecked(true);
+    } else if (auto *box = qobject_cast<QCheckBox *>(control)) {
+        box->toggle();
+    } else if (auto *button = qobject_cast<QPushButton *>(control)) {
+        button->click();
+        auto *dialog = control->window()->findChild<QColorDialog *>();
+        dialog->setCurrentColor(undo ? QColor(before) : QColor(before).darker());
+        dialog->accept();
+        delete dialog;
+    } else if (auto *combo = qobject_cast<QComboBox *>(control)) {
+        combo->setCurrentIndex(undo ? combo->findText(before)
+                                    : (combo->currentIndex() + 1) % combo->count());
+    } else if (auto *spin = qobject_cast<QAbstractSpinBox *>(control)) {
+        spin->stepBy(undo ? -1 : 1);
+    } else {
+        QTest::keyClick(control, undo ? Qt::Key_Down : Qt::Key_Up);
+    }
 }
 
 } // namespace
@@ -157,6 +227,50 @@ private slots:
         const QVariant stored = m_fixture->preferences.objectForKey(key);
         QCOMPARE(stored.metaType(), expected.metaType());
         QCOMPARE(stored, expected);
+    }
+
+    // Every control on every page of the preferences window, changed once and back while the
+    // main window listens: each change is announced once and stays what was set.
+    void everySettingChangesBothWays_data() {
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("name");
+        SheetFixture fixture;
+        PreferencesWindow window(fixture.preferences, fixture.collection, fixture.currency);
+        for (int page = 0; page < window.pages()->count(); ++page) {
+            for (const QWidget *control : window.pages()->widget(page)->findChildren<QWidget *>()) {
+                if (isSettingControl(control))
+                    QTest::addRow("%s", qPrintable(control->objectName()))
+                        << page << control->objectName();
+            }
+        }
+    }
+    void everySettingChangesBothWays() {
+        QFETCH(int, page);
+        QFETCH(QString, name);
+        SheetFixture &f = *m_fixture;
+        f.preferences.setObject(false, u"showInfo");
+        MainWindow main({f.preferences, f.collection, f.customers, f.tags, f.currency, f.user,
+                         f.user, f.user, f.folder.filePath(u"filters.plist"_s),
+                         f.folder.filePath(u"quickfilters.plist"_s)});
+        main.show();
+        main.startUp();
+        main.commandAction(u"showPreferences:"_s)->trigger();
+        auto *window = main.findChild<PreferencesWindow *>();
+        QVERIFY(window && window->isVisible());
+        window->pages()->setCurrentIndex(page);
+        auto *control = window->findChild<QWidget *>(name);
+        const QString before = shownSetting(control);
+        for (const bool undo : {false, true}) {
+            QSignalSpy changed(&f.preferences, &Preferences::valueChanged);
+            changeSetting(control, undo, before);
+            QCOMPARE(changed.count(), 1);
+            QCOMPARE(changed.first().first().toString(), settingKey(control));
+            QCOMPARE(shownSetting(control) == before, undo);
+            // A window opened now shows what the preferences hold.
+            PreferencesWindow reread(f.preferences, f.collection, f.currency);
+            QCOMPARE(shownSetting(reread.findChild<QWidget *>(name)), shownSetting(control));
+        }
+        QCOMPARE(f.collection.hideFadedProjects(), f.preferences.boolForKey(u"hideFadedProjects"));
     }
 
     void hidingFadedProjectsReachesTheDocument() {

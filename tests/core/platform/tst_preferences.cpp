@@ -25,11 +25,17 @@ private slots:
             preferences.setObject(QTime(9, 30), u"defaultTime");
             preferences.setColor(QColor::fromRgbF(0.1f, 0.2f, 0.3f, 0.5f), u"unfinishedEntryColor");
             preferences.setObject(1, u"firstDayOfWeek");
+            // Storing the value there already, or the default, announces nothing.
+            preferences.setObject(1, u"firstDayOfWeek");
+            preferences.setObject(false, u"saveOnExit");
             QCOMPARE(changed.count(), 4);
             QCOMPARE(changed.first().first().toString(), u"crashProtection"_s);
             QVERIFY(preferences.synchronize());
         }
         Preferences reread(path);
+        QSignalSpy changed(&reread, &Preferences::valueChanged);
+        reread.setObject(false, u"crashProtection");
+        QCOMPARE(changed.count(), 0);
         QCOMPARE(reread.integerForKey(u"crashProtection"), 0);
         QVERIFY(!reread.boolForKey(u"crashProtection"));
         QCOMPARE(reread.timeForKey(u"defaultTime"), QTime(9, 30));
