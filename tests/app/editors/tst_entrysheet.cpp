@@ -213,8 +213,8 @@ private slots:
         QFETCH(QString, hours);
         LocalTimeFormat::setFormat(timeFormat, locale);
         delete m_sheet;
-        m_sheet =
-            new EntrySheet(*m_collection, *m_preferences, m_user, m_tags.get(), m_window.get());
+        m_sheet = new EntrySheet(m_fixture->collection, m_fixture->preferences, m_fixture->user,
+                                 &m_fixture->tags, &m_fixture->window);
         LocalTimeFormat::setFormat(u"%I:%M %p"_s, u"en_US.UTF-8"_s);
         open(u"new"_s);
         type(u"timeTimeCtrl"_s, WBTimeControl::HourField, hours);
