@@ -31,6 +31,10 @@ bool CliFileAccess::load(CliDocument &document) {
     if (result.recovered)
         m_console.warn(u"Warning: only the forgiving parse could read \"%1\"; the original is kept "
                        u"as \"%2\""_s.arg(document.path(), result.backupPath));
+    if (!result.unreadable.isEmpty())
+        m_console.warn(u"Warning: values in \"%1\" could not be read and are left empty (the "
+                       u"original is kept as \"%2\"): %3"_s.arg(document.path(), result.backupPath,
+                                                                result.unreadable.join(u' ')));
     return true;
 }
 

@@ -51,6 +51,11 @@ int CliFileCommands::check(const QStringList &args) {
         return m_console.fail(u"Only the forgiving parse could read the file (%1); the original "
                               u"is kept as \"%2\""_s.arg(result.damage, result.backupPath),
                               CliConsole::Recovered);
+    if (!result.unreadable.isEmpty())
+        return m_console.fail(
+            u"Values could not be read and are left empty (%1); the original is "
+            u"kept as \"%2\""_s.arg(result.unreadable.join(u' '), result.backupPath),
+            CliConsole::Recovered);
     return CliConsole::Success;
 }
 

@@ -47,7 +47,8 @@ QString CliHelp::general() {
            "\n"
            "Exit status: 0 success, 1 bad arguments or unknown project (nothing written),\n"
            "2 a file cannot be read or written, or its lock stayed taken for the whole wait,\n"
-           "3 (check) only the forgiving parse could read the file.\n"_s;
+           "3 (check) only the forgiving parse could read the file, or values in it were left\n"
+           "empty.\n"_s;
 }
 
 QString CliHelp::command(const QString &name) {
@@ -56,8 +57,9 @@ QString CliHelp::command(const QString &name) {
                "\n"
                "Reads the file and prints how many projects, timed entries, flat fees, running\n"
                "and paused timers it holds. Exit status 0 when the file was read strictly, 3 when\n"
-               "only the forgiving parse could read it (the original is kept beside it as\n"
-               "NAME.recovered-DATE), 2 when it cannot be read (the reason goes to stderr).\n"_s;
+               "only the forgiving parse could read it or values in it could not be read and\n"
+               "are left empty (the original is kept beside it as NAME.recovered-DATE), 2 when\n"
+               "it cannot be read (the reason goes to stderr).\n"_s;
     if (name == u"projects")
         return u"Usage: hourfold-cli [--file PATH] [--json] projects\n"
                "\n"

@@ -65,11 +65,13 @@ private slots:
         QTest::addColumn<QString>("damage");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<bool>("recoveredCopy");
-        QTest::newRow("intact") << QString() << 0 << false;
-        QTest::newRow("bare ampersand") << u"&"_s << 3 << true;
-        QTest::newRow("missing file") << u"missing"_s << 2 << false;
-        QTest::newRow("empty file") << u"empty"_s << 2 << false;
-        QTest::newRow("not XML") << u"garbage"_s << 2 << false;
+        QTest::addColumn<QString>("warning"); // what later commands say about the file
+        QTest::newRow("intact") << QString() << 0 << false << QString();
+        QTest::newRow("bare ampersand") << u"&"_s << 3 << true << u"forgiving parse"_s;
+        QTest::newRow("unreadable wage") << u"wage"_s << 3 << true << u"left empty"_s;
+        QTest::newRow("missing file") << u"missing"_s << 2 << false << QString();
+        QTest::newRow("empty file") << u"empty"_s << 2 << false << QString();
+        QTest::newRow("not XML") << u"garbage"_s << 2 << false << QString();
     }
 
     void check() {
@@ -81,10 +83,14 @@ private slots:
         if (damage == u"missing") {
             QVERIFY(QFile::remove(m_file));
         } else if (!damage.isEmpty()) {
-            const QByteArray bytes = damage == u"&"
-                                         ? readFile(m_file).replace(">first<", ">fir & st<")
-                                     : damage == u"empty" ? QByteArray()
-                                                          : "garbage \x01 not XML";
+            static const QRegularExpression wage(u"<wage>[^<]*</wage>"_s);
+            const QByteArray bytes =
+                damage == u"&"      ? readFile(m_file).replace(">first<", ">fir & st<")
+                : damage == u"wage" ? QString::fromUtf8(readFile(m_file))
+                                          .replace(wage, u"<wage>45.50 EUR</wage>"_s)
+                                          .toUtf8()
+                : damage == u"empty" ? QByteArray()
+                                     : "garbage \x01 not XML";
             QVERIFY(writeFile(m_file, bytes));
         }
         const Outcome outcome = onFile({u"check"_s});
@@ -97,11 +103,12 @@ private slots:
             QCOMPARE(outcome.err.count(u'\n'), 1);
         QTEST(!folder.entryList({u"work.hourfold.recovered-*"_s}).isEmpty(), "recoveredCopy");
         if (exitCode == 3) {
-            // Listings still work on what the forgiving parse read, and say so.
+            // Listings still work on what could be read, and say what could not.
             const Outcome listed = onFile({u"projects"_s});
             QCOMPARE(listed.exitCode, 0);
             QVERIFY(listed.out.startsWith(u"Alpha "_s));
-            QVERIFY2(listed.err.contains(u"forgiving"_s), qPrintable(listed.err));
+            QFETCH(QString, warning);
+            QVERIFY2(listed.err.contains(warning), qPrintable(listed.err));
         }
     }
 
