@@ -1,65 +1,20 @@
-// Runs the real hourfold-cli on temporary project files, with a temporary home for its
-// preferences and customers.
+// The command line's reading commands, its options, help and completion, on a real process.
 
-#include "model/ProjectFile.h"
-#include "platform/ProjectFileLock.h"
+#include "CliRun.h"
 #include "search/Filter.h"
-#include "support/ExportSamples.h"
-#include "support/Files.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QSet>
 #include <QStandardPaths>
-#include <QtTest>
 
-namespace {
-
-struct Outcome {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-// Environment variables to set for one run; an empty value removes the variable.
-using Environment = QHash<QString, QString>;
-
-} // namespace
-
-class TestCli : public QObject {
+class TestCli : public QObject, protected CliRun {
     Q_OBJECT
 
 private slots:
-    void initTestCase() {
-        QVERIFY(m_home.isValid());
-        // This process reads the same preferences path as the child processes.
-        const QProcessEnvironment env = environment();
-        for (const QString &key : {u"HOME"_s, u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s})
-            qputenv(key.toUtf8().constData(), env.value(key).toUtf8());
-        m_file = m_home.filePath(u"work.hourfold"_s);
-    }
-
-    void init() {
-        // Customer 2 is hidden; no project of this document has it.
-        writeCustomers({customer(u"ACME"_s, 7), customer(u"Zed"_s, 2, false)});
-        QFile::remove(Preferences::defaultFilePath());
-        QFile::remove(m_home.filePath(u"data/Hourfold3/filters.plist"_s));
-        auto day = commented(dayEntry(u"03.03.2025"_s, 90), u"first"_s, true);
-        day->setTags(u"a,b"_s);
-        auto alpha = project(u"Alpha"_s, 60.0f, 7);
-        alpha->setDescription(u"Main work"_s);
-        for (const auto &item :
-             ItemList{day,
-                      commented(periodEntry(u"04.03.2025 09:00"_s, u"04.03.2025 10:30"_s),
-                                u"line1\nline2"_s),
-                      flatFee(u"05.03.2025"_s, 25.0f)})
-            alpha->addEntry(item);
-        QFile::remove(m_file);
-        QVERIFY(ProjectFile::save(m_file, {alpha, project(u"Beta"_s)}).ok);
-    }
+    void initTestCase() { setUpCase(); }
+    void init() { setUp(); }
 
     void check_data() {
         QTest::addColumn<QString>("damage");
@@ -167,87 +122,6 @@ private slots:
             QCOMPARE(outcome.out, printed);
     }
 
-    // The window sorts every project's items after opening the file by the sorting preferences,
-    // flat fees among the timed entries; the listing, the indexes and the files written here
-    // follow the same order. The file stores a flat fee, a day entry, a period entry and a paused
-    // one, in that order.
-    void entryOrder_data() {
-        QTest::addColumn<bool>("ascending");
-        QTest::addColumn<bool>("olderLayout");
-        QTest::addColumn<QString>("listed"); // at 10.03.2008 12:00; the comment ends each line
-        QTest::addColumn<int>("pausedIndex");
-        const QStringList lines{
-            u"timed    06.03.2008 08:00 -                   00:30   99:30  [ ]    paused\n"_s,
-            u"timed    07.03.2008 09:00 - 07.03.2008 10:00  01:00   00:00  [ ]    period\n"_s,
-            u"timed    08.03.2008                           01:30   00:00  [ ]    day\n"_s,
-            u"flatfee  09.03.2008                           $25.00  00:00  [ ]    fee\n"_s};
-        const auto numbered = [](const QStringList &rows) {
-            QString text;
-            for (int i = 0; i < rows.size(); ++i)
-                text += QString::number(i + 1) + u"  "_s + rows[i];
-            return text;
-        };
-        QTest::newRow("ascending") << true << false << numbered(lines) << 1;
-        QTest::newRow("descending")
-            << false << false << numbered({lines[3], lines[2], lines[1], lines[0]}) << 4;
-        QTest::newRow("older layout")
-            << true << true
-            << u"1  timed    07.03.2008 09:00 - 07.03.2008 10:00  01:00   00:00  [ ]    period\n"
-               u"2  timed    08.03.2008                           01:30   00:00  [ ]    day\n"
-               u"3  flatfee  09.03.2008                           $25.00  00:00  [ ]    fee\n"_s
-            << 0;
-    }
-
-    void entryOrder() {
-        QFETCH(bool, ascending);
-        QFETCH(bool, olderLayout);
-        QFETCH(QString, listed);
-        QFETCH(int, pausedIndex);
-        if (QStandardPaths::findExecutable(u"faketime"_s).isEmpty())
-            QSKIP("faketime is not installed (scripts/bootstrap installs it)");
-        if (olderLayout) {
-            QVERIFY(writeFile(m_file, R"(<?xml version="1.0" encoding="UTF-8"?>
-<projects><project><name>Order</name>
-<FlatFeeEntry><day>09.03.2008</day><amount>25</amount><comment>fee</comment></FlatFeeEntry>
-<entry><day>08.03.2008</day><from></from><time>90</time><comment>day</comment></entry>
-<entry><day>07.03.2008</day><from>09:00</from><to>10:00</to><time>60</time>
-<comment>period</comment></entry>
-</project></projects>
-)"));
-        } else {
-            auto paused = periodEntry(u"06.03.2008 08:00"_s);
-            paused->setPausedAt(at(u"06.03.2008 08:30"_s));
-            auto order = project(u"Order"_s, 0.0f);
-            for (const auto &item :
-                 ItemList{commented(flatFee(u"09.03.2008"_s, 25.0f), u"fee"_s),
-                          commented(dayEntry(u"08.03.2008"_s, 90), u"day"_s),
-                          commented(periodEntry(u"07.03.2008 09:00"_s, u"07.03.2008 10:00"_s),
-                                    u"period"_s),
-                          commented(paused, u"paused"_s)})
-                order->addEntry(item);
-            QVERIFY(ProjectFile::save(m_file, {order}).ok);
-        }
-        writePreferences({{u"sortAscending"_s, ascending}});
-        const QString now = u"2008-03-10 12:00:00"_s;
-        const Outcome outcome = onFile({u"entries"_s, u"Order"_s}, {}, now);
-        QCOMPARE(outcome.exitCode, 0);
-        QCOMPARE(outcome.out, listed);
-        // The converted file keeps the items in the listed order.
-        const QString output = m_home.filePath(u"ordered.xml"_s);
-        QCOMPARE(onFile({u"convert"_s, u"--output"_s, output}).exitCode, 0);
-        QStringList written;
-        static const QRegularExpression comment(u"<comment>([^<]*)</comment>"_s);
-        for (const auto &match : comment.globalMatch(QString::fromUtf8(readFile(output))))
-            written << match.captured(1);
-        QStringList shown;
-        for (const QString &line : listed.split(u'\n', Qt::SkipEmptyParts))
-            shown << line.section(u' ', -1);
-        QCOMPARE(written, shown);
-        if (pausedIndex)
-            QCOMPARE(onFile({u"stop"_s, u"Order"_s, QString::number(pausedIndex)}, {}, now).out,
-                     u"Stopped entry %1 of \"Order\"\n"_s.arg(pausedIndex));
-    }
-
     void fileComesFromPreferences() {
         const QString prefsPath = Preferences::defaultFilePath();
         writePreferences({{u"LastOpenFile"_s, m_file}});
@@ -259,190 +133,6 @@ private slots:
         QCOMPARE(run({u"start"_s, u"Beta"_s}).exitCode, 0);
         QCOMPARE(reload().at(1)->entries().size(), 1);
         QCOMPARE(readFile(prefsPath), before);
-    }
-
-    void timerLifecycle() {
-        const auto running = [this] {
-            return QJsonDocument::fromJson(onFile({u"--json"_s, u"running"_s}).out.toUtf8())
-                .array();
-        };
-        QCOMPARE(running().size(), 0);
-        QCOMPARE(onFile({u"start"_s, u"Beta"_s}).exitCode, 0);
-        auto entry = firstOfBeta();
-        QVERIFY(entry && entry->isWorking() && entry->hasPeriod());
-        QCOMPARE(entry->fromDate(), StoredForms::dateText(QDate::currentDate()));
-        const QJsonObject started = running().at(0).toObject();
-        QCOMPARE(started[u"project"_s].toString(), u"Beta"_s);
-        QCOMPARE(started[u"index"_s].toInt(), 1);
-        QCOMPARE(started[u"paused"_s].toBool(), false);
-
-        QCOMPARE(onFile({u"pause"_s, u"Beta"_s}).exitCode, 0);
-        QVERIFY(firstOfBeta()->isPaused());
-        QCOMPARE(running()[0].toObject()[u"paused"_s].toBool(), true);
-        QCOMPARE(onFile({u"running"_s}).out, u"Beta  1  00:00  paused\n"_s);
-
-        QCOMPARE(onFile({u"resume"_s, u"Beta"_s, u"1"_s}).exitCode, 0);
-        entry = firstOfBeta();
-        QVERIFY(!entry->isPaused() && entry->isWorking());
-        QCOMPARE(entry->pauseEntries().size(), 1);
-
-        QCOMPARE(onFile({u"stop"_s, u"Beta"_s}).exitCode, 0);
-        entry = firstOfBeta();
-        QVERIFY(!entry->isWorking() && !entry->toTime().isEmpty());
-        QCOMPARE(entry->toDate(), StoredForms::dateText(QDate::currentDate()));
-        QCOMPARE(running().size(), 0);
-    }
-
-    void startAndStopRoundToTheClock() {
-        roundBeta(1, 60, 2); // clock times down to the full hour
-        QCOMPARE(run({u"--file=%1"_s.arg(m_file), u"start"_s, u"Beta"_s}).exitCode, 0);
-        QVERIFY2(firstOfBeta()->fromTime().endsWith(u":00"_s),
-                 qPrintable(firstOfBeta()->fromTime()));
-        QCOMPARE(onFile({u"stop"_s, u"Beta"_s, u"1"_s}).exitCode, 0);
-        QVERIFY(!firstOfBeta()->isWorking());
-        QVERIFY2(firstOfBeta()->toTime().endsWith(u":00"_s), qPrintable(firstOfBeta()->toTime()));
-    }
-
-    void addProject_data() {
-        QTest::addColumn<QStringList>("options");
-        QTest::addColumn<std::shared_ptr<Project>>("added");
-        // The project sheet's preset: the "hourlyWage" preference (4.5 here), rounding off, step 5.
-        QTest::newRow("preset") << QStringList()
-                                << std::make_shared<Project>(u"alpha"_s, u""_s, 4.5f, 0, 5, 0, -1,
-                                                             u""_s);
-        QTest::newRow("every option")
-            << u"--description|Two\nlines|--wage=12.4|--round-what|2|--round-to|15|--round-type|1|"
-               u"--customer|ACME|--tags|x,y"_s.split(u'|')
-            << std::make_shared<Project>(u"alpha"_s, u"Two\nlines"_s, 12.4f, 2, 15, 1, 7, u"x,y"_s);
-    }
-
-    void addProject() {
-        QFETCH(QStringList, options);
-        QFETCH(std::shared_ptr<Project>, added);
-        writePreferences({{u"hourlyWage"_s, 4.5}});
-        // A name that differs from a taken one only in case is a name of its own.
-        const Outcome outcome = onFile(QStringList{u"add-project"_s, u"alpha"_s} + options);
-        QCOMPARE(outcome.exitCode, 0);
-        QCOMPARE(outcome.out, u"Added project \"alpha\"\n"_s);
-        const ProjectList projects = reload();
-        QCOMPARE(projects.size(), 3);
-        QCOMPARE(ProjectFile::makeXML({projects.last()}), ProjectFile::makeXML({added}));
-        // JSON gives the wage in its shortest decimal form, not the float's binary expansion.
-        const QString json = onFile({u"--json"_s, u"projects"_s}).out;
-        const QString expected =
-            u"\"hourlyWage\": "_s + StoredForms::floatText(added->hourlyWage());
-        QVERIFY2(json.contains(expected + u','), qPrintable(json));
-    }
-
-    void addEntry_data() {
-        QTest::addColumn<QStringList>("options");
-        QTest::addColumn<bool>("roundEachEntry"); // up to a quarter of an hour
-        QTest::addColumn<QStringList>("stored");  // day or from date, from time, to date, to time
-        QTest::addColumn<int>("minutes");
-        QTest::addColumn<int>("effective");
-        QTest::newRow("day and duration")
-            << QStringList{u"--day"_s, u"06.03.2025"_s, u"--duration"_s, u"02:05"_s} << false
-            << QStringList{u"06.03.2025"_s} << 125 << 125;
-        QTest::newRow("period over midnight")
-            << QStringList{u"--from"_s, u"06.03.2025 23:30"_s, u"--to"_s, u"07.03.2025 01:15"_s}
-            << false << QStringList{u"06.03.2025"_s, u"23:30"_s, u"07.03.2025"_s, u"01:15"_s} << 105
-            << 105;
-        QTest::newRow("empty period")
-            << QStringList{u"--from=06.03.2025 09:00"_s, u"--to=06.03.2025 09:00"_s} << false
-            << QStringList{u"06.03.2025"_s, u"09:00"_s, u"06.03.2025"_s, u"09:00"_s} << 0 << 0;
-        QTest::newRow("duration rounded by the project")
-            << QStringList{u"--day"_s, u"06.03.2025"_s, u"--duration"_s, u"00:50"_s} << true
-            << QStringList{u"06.03.2025"_s} << 50 << 60;
-        QTest::newRow("period rounded by the project")
-            << QStringList{u"--from"_s, u"06.03.2025 09:00"_s, u"--to"_s, u"06.03.2025 09:31"_s}
-            << true << QStringList{u"06.03.2025"_s, u"09:00"_s, u"06.03.2025"_s, u"09:31"_s} << 31
-            << 45;
-    }
-
-    void addEntry() {
-        QFETCH(QStringList, options);
-        QFETCH(bool, roundEachEntry);
-        QFETCH(QStringList, stored);
-        QFETCH(int, effective);
-        if (roundEachEntry)
-            roundBeta(2, 15, 1);
-        const Outcome outcome = onFile(
-            QStringList{u"add-entry"_s, u"Beta"_s, u"--comment"_s, u"note"_s, u"--tags"_s, u"t"_s} +
-            options);
-        QCOMPARE(outcome.exitCode, 0);
-        QCOMPARE(outcome.out,
-                 u"Added entry 1 of \"Beta\" (%1)\n"_s.arg(StoredForms::durationText(effective)));
-        const auto entry = firstOfBeta();
-        QVERIFY(entry);
-        QCOMPARE(entry->hasPeriod(), stored.size() == 4);
-        const QStringList texts = entry->hasPeriod()
-                                      ? QStringList{entry->fromDate(), entry->fromTime(),
-                                                    entry->toDate(), entry->toTime()}
-                                      : QStringList{entry->date()};
-        QCOMPARE(texts, stored);
-        QVERIFY(!entry->isWorking());
-        QTEST(entry->storedMinutes(), "minutes");
-        QCOMPARE(entry->effectiveDuration(), effective);
-        QCOMPARE(entry->comment() + entry->tags(), u"notet"_s);
-    }
-
-    void addFeeReadsTheAmountLocaleFree() {
-        // German writes 120,50 €, yet the amount is typed with a decimal point.
-        const Outcome outcome =
-            onFile({u"add-fee"_s, u"Beta"_s, u"--day"_s, u"07.03.2025"_s, u"--amount"_s, u"120.5"_s,
-                    u"--comment"_s, u"Hosting"_s, u"--tags"_s, u"h"_s},
-                   {{u"LANG"_s, u"de_DE.UTF-8"_s}});
-        QCOMPARE(outcome.exitCode, 0);
-        QCOMPARE(outcome.out, u"Added flat fee 1 of \"Beta\" (120,50\u00a0€)\n"_s);
-        const auto fee =
-            std::dynamic_pointer_cast<FlatFeeEntry>(reload().at(1)->entries().value(0));
-        QVERIFY(fee);
-        QCOMPARE(fee->amount(), 120.5f);
-        QCOMPARE((QStringList{fee->date(), fee->comment(), fee->tags()}),
-                 (QStringList{u"07.03.2025"_s, u"Hosting"_s, u"h"_s}));
-    }
-
-    void customers() {
-        QCOMPARE(run({u"customers"_s}).out, u"ACME  7  shown\n"
-                                            u"Zed   2  hidden\n"_s);
-        const QString card = m_home.filePath(u"people.vcf"_s);
-        QVERIFY(writeFile(card, "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Doe;Jane;;;\r\nFN:Jane Doe\r\n"
-                                "END:VCARD\r\nBEGIN:VCARD\r\nVERSION:3.0\r\nORG:Harbour Ltd\r\n"
-                                "END:VCARD\r\n"));
-        const QList<std::pair<QStringList, QString>> steps{
-            {{u"add"_s, u"Bobby Tables"_s}, u"Added customer \"Bobby Tables\" (id 8)\n"_s},
-            {{u"hide"_s, u"ACME"_s}, u"The projects of \"ACME\" are hidden\n"_s},
-            {{u"show"_s, u"Zed"_s}, u"The projects of \"Zed\" are shown\n"_s},
-            {{u"import"_s, card},
-             u"Added customer \"Harbour Ltd\" (id 10)\nAdded customer \"Jane Doe\" (id 9)\n"_s},
-        };
-        for (const auto &[arguments, printed] : steps) {
-            const Outcome outcome = run(QStringList{u"customers"_s} + arguments);
-            QCOMPARE(outcome.exitCode, 0);
-            QCOMPARE(outcome.out, printed);
-        }
-        QCOMPARE(QJsonDocument::fromJson(run({u"--json"_s, u"customers"_s}).out.toUtf8()),
-                 QJsonDocument::fromJson(R"([{"name": "ACME", "id": 7, "visible": false},
-                     {"name": "Bobby Tables", "id": 8, "visible": true},
-                     {"name": "Harbour Ltd", "id": 10, "visible": true},
-                     {"name": "Jane Doe", "id": 9, "visible": true},
-                     {"name": "Zed", "id": 2, "visible": true}])"));
-    }
-
-    void deletingACustomerTakesItOffItsProjects() {
-        ProjectList projects = reload();
-        projects[1]->setCustomer(2);
-        QVERIFY(ProjectFile::save(m_file, projects).ok);
-        const Outcome outcome = onFile({u"customers"_s, u"delete"_s, u"ACME"_s});
-        QCOMPARE(outcome.exitCode, 0);
-        QCOMPARE(outcome.out,
-                 u"Deleted customer \"ACME\"\nProject \"Alpha\" has no customer now\n"_s);
-        projects = reload();
-        QCOMPARE(projects[0]->customer(), -1);
-        QCOMPARE(projects[1]->customer(), 2);
-        const Customer::ListReading left = Customer::unarchiveList(readFile(customersPath()));
-        QCOMPARE(left.customers.size(), 1);
-        QCOMPARE(left.customers[0]->name(), u"Zed"_s);
     }
 
     void filters() {
@@ -607,29 +297,6 @@ private slots:
         QVERIFY(!shown.contains(u"Beta"_s));
     }
 
-    void convert_data() {
-        QTest::addColumn<bool>("inPlace");
-        QTest::newRow("to another file") << false;
-        QTest::newRow("in place") << true;
-    }
-
-    void convert() {
-        QFETCH(bool, inPlace);
-        const QString older = QStringLiteral(HOURFOLD_TEST_DATA "/older-layout.xml");
-        QVERIFY(QFile::remove(m_file));
-        QVERIFY(QFile::copy(older, m_file));
-        const QString output = inPlace ? m_file : m_home.filePath(u"converted.xml"_s);
-        QFile::remove(m_home.filePath(u"converted.xml"_s));
-        const Outcome outcome = onFile({u"convert"_s, u"--output"_s, output});
-        QCOMPARE(outcome.exitCode, 0);
-        QCOMPARE(outcome.out, u"Wrote \"%1\" in the current layout\n"_s.arg(output));
-        const ProjectFile::LoadResult read = ProjectFile::load(older);
-        QCOMPARE(readFile(output), ProjectFile::makeXML(read.projects));
-        QVERIFY(!ProjectFile::load(output).converted);
-        if (!inPlace)
-            QCOMPARE(readFile(m_file), readFile(older));
-    }
-
     void rejected_data() {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("named");
@@ -726,68 +393,6 @@ private slots:
         QVERIFY(!QFile::exists(output));
     }
 
-    // While another program holds the lock (the desktop program saving, say), a command waits
-    // for it, 10 seconds unless --wait says otherwise; commands started together all land, one
-    // after the other.
-    void waitsForTheLock_data() {
-        QTest::addColumn<QStringList>("wait");
-        QTest::addColumn<int>("count");
-        QTest::addColumn<int>("heldMs"); // how long the lock stays taken; 0: not taken
-        QTest::addColumn<bool>("lands");
-        QTest::newRow("20 commands at once") << QStringList() << 20 << 0 << true;
-        QTest::newRow("a save of 7 seconds") << QStringList() << 1 << 7000 << true;
-        QTest::newRow("--wait 0 gives up at once")
-            << QStringList{u"--wait"_s, u"0"_s} << 1 << 5000 << false;
-    }
-
-    void waitsForTheLock() {
-        QFETCH(QStringList, wait);
-        QFETCH(int, count);
-        QFETCH(int, heldMs);
-        QFETCH(bool, lands);
-        const QByteArray before = readFile(m_file);
-        std::unique_ptr<ProjectFileLock> lock;
-        if (heldMs) {
-            lock = std::make_unique<ProjectFileLock>(m_file);
-            QVERIFY(lock->lock());
-        }
-        std::vector<std::unique_ptr<QProcess>> processes;
-        for (int i = 0; i < count; ++i) {
-            auto process = std::make_unique<QProcess>();
-            process->setProcessEnvironment(environment());
-            process->start(QStringLiteral(HOURFOLD_CLI_PATH),
-                           QStringList{u"--file"_s, m_file, u"add-entry"_s, u"Beta"_s, u"--day"_s,
-                                       u"06.03.2025"_s, u"--duration"_s, u"00:%1"_s.arg(i + 10)} +
-                               wait);
-            processes.push_back(std::move(process));
-        }
-        QProcess &first = *processes.front();
-        if (heldMs) {
-            // The command ends while the lock is still taken only when it gives up.
-            QCOMPARE(first.waitForFinished(heldMs), !lands);
-            QCOMPARE(readFile(m_file), before);
-        }
-        if (!lands) {
-            QCOMPARE(first.exitCode(), 2);
-            QCOMPARE(QString::fromUtf8(first.readAllStandardError()),
-                     u"Another program (%1, process %2) is working on \"%3\".\n"_s
-                         .arg(QCoreApplication::applicationName())
-                         .arg(QCoreApplication::applicationPid())
-                         .arg(m_file));
-            return;
-        }
-        lock.reset();
-        for (const auto &process : processes) {
-            QVERIFY(process->waitForFinished(60000));
-            QVERIFY2(process->exitCode() == 0, process->readAllStandardError().constData());
-        }
-        const ProjectList projects = reload();
-        QSet<int> minutes;
-        for (const auto &item : projects.at(1)->entries())
-            minutes.insert(item->effectiveDuration());
-        QCOMPARE(minutes.size(), count);
-    }
-
     void help() {
         const Outcome general = run({u"--help"_s});
         QCOMPARE(general.exitCode, 0);
@@ -844,84 +449,6 @@ private slots:
         QCOMPARE(QString::fromUtf8(bash.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts),
                  offered);
     }
-
-private:
-    // With a moment ("2026-11-22 10:07:30"), the program runs under faketime at that moment.
-    Outcome run(const QStringList &arguments, const Environment &changes = {},
-                const QString &moment = {}) const {
-        QProcess process;
-        process.setProcessEnvironment(environment(changes));
-        if (moment.isEmpty())
-            process.start(QStringLiteral(HOURFOLD_CLI_PATH), arguments);
-        else
-            process.start(u"faketime"_s,
-                          QStringList{moment, QStringLiteral(HOURFOLD_CLI_PATH)} + arguments);
-        Outcome outcome;
-        if (!process.waitForFinished(30000))
-            return outcome;
-        outcome.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-        outcome.out = QString::fromUtf8(process.readAllStandardOutput());
-        outcome.err = QString::fromUtf8(process.readAllStandardError());
-        return outcome;
-    }
-
-    Outcome onFile(const QStringList &arguments, const Environment &changes = {},
-                   const QString &moment = {}) const {
-        return run(QStringList{u"--file"_s, m_file} + arguments, changes, moment);
-    }
-
-    QProcessEnvironment environment(const Environment &changes = {}) const {
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"HOME"_s, m_home.path());
-        env.insert(u"XDG_CONFIG_HOME"_s, m_home.filePath(u"config"_s));
-        env.insert(u"XDG_DATA_HOME"_s, m_home.filePath(u"data"_s));
-        env.insert(u"LANG"_s, u"en_US.UTF-8"_s);
-        for (const char *name : {"LC_ALL", "LC_MONETARY", "LC_TIME", "LANGUAGE"})
-            env.remove(QString::fromLatin1(name));
-        env.insert(u"PATH"_s, QFileInfo(QStringLiteral(HOURFOLD_CLI_PATH)).absolutePath() + u':' +
-                                  env.value(u"PATH"_s));
-        for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
-            if (it.value().isEmpty())
-                env.remove(it.key());
-            else
-                env.insert(it.key(), it.value());
-        }
-        return env;
-    }
-
-    ProjectList reload() const {
-        const ProjectFile::LoadResult result = ProjectFile::load(m_file);
-        return result.ok ? result.projects : ProjectList();
-    }
-
-    std::shared_ptr<Entry> firstOfBeta() const {
-        return std::dynamic_pointer_cast<Entry>(reload().at(1)->entries().value(0));
-    }
-
-    // Beta rounds as given from now on.
-    void roundBeta(int what, int to, int type) const {
-        ProjectList projects = reload();
-        projects[1]->setRoundWhat(what);
-        projects[1]->setRoundTo(to);
-        projects[1]->setRoundType(type);
-        QVERIFY(ProjectFile::save(m_file, projects).ok);
-    }
-
-    void writeCustomers(const QList<Customer::Pointer> &customers) const {
-        QVERIFY(writeFile(customersPath(), Customer::archiveList(customers)));
-    }
-
-    void writePreferences(const QVariantMap &values) const {
-        Preferences preferences(Preferences::defaultFilePath());
-        for (auto it = values.cbegin(); it != values.cend(); ++it)
-            preferences.setObject(it.value(), it.key());
-        QVERIFY(preferences.synchronize());
-    }
-
-    QString customersPath() const { return m_home.filePath(u"data/Hourfold3/customers.plist"_s); }
-
-    QTemporaryDir m_home;
-    QString m_file;
 };
 
 QTEST_GUILESS_MAIN(TestCli)
