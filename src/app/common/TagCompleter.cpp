@@ -8,24 +8,22 @@
 #include <QLineEdit>
 #include <QStringListModel>
 
+template <typename Field> TagCompleter::Access TagCompleter::accessTo(Field *field) {
+    return {[field] { return field->text(); }, [field] { return field->cursorPosition(); },
+            [field](const QString &text, int cursor) {
+                field->setText(text);
+                field->setCursorPosition(cursor);
+            }};
+}
+
 TagCompleter::TagCompleter(QLineEdit *field, TagStorage &tags, TagStorage::Panel panel)
-    : TagCompleter(field, tags, panel,
-                   {[field] { return field->text(); }, [field] { return field->cursorPosition(); },
-                    [field](const QString &text, int cursor) {
-                        field->setText(text);
-                        field->setCursorPosition(cursor);
-                    }}) {
+    : TagCompleter(field, tags, panel, accessTo(field)) {
     connect(field, &QLineEdit::textEdited, this, &TagCompleter::textEdited);
     connect(field, &QLineEdit::editingFinished, this, &TagCompleter::editingFinished);
 }
 
 TagCompleter::TagCompleter(TokenField *field, TagStorage &tags, TagStorage::Panel panel)
-    : TagCompleter(field, tags, panel,
-                   {[field] { return field->text(); }, [field] { return field->cursorPosition(); },
-                    [field](const QString &text, int cursor) {
-                        field->setText(text);
-                        field->setCursorPosition(cursor);
-                    }}) {
+    : TagCompleter(field, tags, panel, accessTo(field)) {
     connect(field, &TokenField::textEdited, this, &TagCompleter::textEdited);
     connect(field, &TokenField::editingFinished, this, &TagCompleter::editingFinished);
 }

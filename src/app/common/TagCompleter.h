@@ -39,6 +39,9 @@ private:
         std::function<void(const QString &, int)> setText;
     };
 
+    // Reads and changes a line edit or a token field, which share these members.
+    template <typename Field> static Access accessTo(Field *field);
+
     TagCompleter(QWidget *field, TagStorage &tags, TagStorage::Panel panel, Access access);
     void textEdited();
     void editingFinished();

@@ -221,10 +221,8 @@ void MainWindow::startUp(bool reopenLastFile) {
 
 void MainWindow::preferenceChanged(const QString &key) {
     if (key == u"hideFadedProjects") {
-        // The document stores this preference itself when it is the one that changed it.
-        const bool hide = m_services.preferences.boolForKey(u"hideFadedProjects");
-        if (m_services.collection.hideFadedProjects() != hide)
-            m_services.collection.setHideFadedProjects(hide);
+        m_services.collection.setHideFadedProjects(
+            m_services.preferences.boolForKey(u"hideFadedProjects"));
     } else if (key == u"listDateFormat") {
         updateDetails();
     }

@@ -430,6 +430,9 @@ ProjectList ProjectCollection::projectsToExpand() const {
 }
 
 void ProjectCollection::setHideFadedProjects(bool hide) {
+    // The preference's change notice comes back here with the value already in force.
+    if (hide == m_hideFadedProjects)
+        return;
     m_hideFadedProjects = hide;
     m_preferences.setObject(hide, u"hideFadedProjects");
     updateVisibleProjects();
