@@ -10,6 +10,8 @@
 #include "editors/EntrySheet.h"
 #include "editors/FlatFeeSheet.h"
 #include "editors/ProjectSheet.h"
+#include "filters/FilterSheet.h"
+#include "filters/SearchResultsWindow.h"
 #include "mainwindow/ProjectController.h"
 #include "mainwindow/QuickFilterBar.h"
 #include "model/Entry.h"
@@ -58,6 +60,9 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
                                       services.preferences, services.currency, services.alerts,
                                       this))
     , m_flatFeeSheet(new FlatFeeSheet(services.collection, services.tags, services.currency, this))
+    , m_filterSheet(
+          new FilterSheet(m_filters.filterController(), services.customers, services.alerts, this))
+    , m_searchResults(new SearchResultsWindow(services.collection, *m_list, this))
     , m_editCommands(
           services.collection,
           {[this](const std::shared_ptr<Project> &project) {
@@ -189,6 +194,13 @@ void MainWindow::connectCommands() {
     on("showPreferences:", this, &MainWindow::showPreferences);
     on("orderFrontStandardAboutPanel:", this, &MainWindow::showAbout);
     on("performFindPanelAction:", &m_filters, &MainWindowFilters::focusSearchField);
+    on("showSearchResults:", m_searchResults,
+       [this] { m_searchResults->searchFor(m_filters.searchField()->text()); });
+    connect(&m_filters, &MainWindowFilters::editFiltersRequested, m_filterSheet,
+            &FilterSheet::showSheet);
+    connect(m_filterSheet, &QDialog::finished, &m_filters, &MainWindowFilters::fillFilterPopUp);
+    connect(&m_filters, &MainWindowFilters::statusMessage, this,
+            [this](const QString &message) { statusBar()->showMessage(message); });
 
     connect(&m_drawer, &MainWindowDrawer::opened, this, &MainWindow::updateDetails);
     QAction *customers = m_actions.action(u"toggleDropBox:"_s);

@@ -20,6 +20,7 @@ class CustomerStorage;
 class DesktopServices;
 class DetailsPane;
 class EntrySheet;
+class FilterSheet;
 class FlatFeeSheet;
 class FilePanels;
 class Preferences;
@@ -34,6 +35,7 @@ class QLabel;
 class QLineEdit;
 class QToolBar;
 class QuickFilterBar;
+class SearchResultsWindow;
 class TagEditorPanel;
 class TagStorage;
 class UserAlerts;
@@ -80,6 +82,8 @@ public:
     EntrySheet *entrySheet() const { return m_entrySheet; }
     ProjectSheet *projectSheet() const { return m_projectSheet; }
     FlatFeeSheet *flatFeeSheet() const { return m_flatFeeSheet; }
+    FilterSheet *filterSheet() const { return m_filterSheet; }
+    SearchResultsWindow *searchResultsWindow() const { return m_searchResults; }
     QuickFilterBar *quickFilterBar() const { return m_filters.quickFilterBar(); }
     QComboBox *filterPopUp() const { return m_filters.filterPopUp(); }
     QLineEdit *searchField() const { return m_filters.searchField(); }
@@ -156,6 +160,8 @@ private:
     EntrySheet *m_entrySheet;
     ProjectSheet *m_projectSheet;
     FlatFeeSheet *m_flatFeeSheet;
+    FilterSheet *m_filterSheet;
+    SearchResultsWindow *m_searchResults;
     EditCommands m_editCommands;
     TimerCommands m_timerCommands;
     MainWindowActions &m_actions;

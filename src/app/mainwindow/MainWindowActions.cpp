@@ -69,6 +69,8 @@ MainWindowActions::MainWindowActions(QUndoStack *undo, QWidget *window)
         preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
     add(u"orderFrontStandardAboutPanel:"_s, tr("&About Hourfold"), {});
     window->addAction(add(u"performFindPanelAction:"_s, tr("&Find"), QKeySequence::Find));
+    add(u"showSearchResults:"_s, tr("Search &Results…"),
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F));
 
     QAction *undoAction = undo->createUndoAction(window, tr("&Undo"));
     undoAction->setShortcut(QKeySequence::Undo);
@@ -111,7 +113,7 @@ void MainWindowActions::buildMenus(QMenuBar *bar, ProjectListView *list,
     QMenu *edit = bar->addMenu(tr("&Edit"));
     fill(edit, *this,
          {"undo:", "redo:", "", "cut:", "copy:", "paste:", "delete:", "",
-          "performFindPanelAction:", "", "showPreferences:"});
+          "performFindPanelAction:", "showSearchResults:", "", "showPreferences:"});
     QMenu *projects = bar->addMenu(tr("&Project"));
     fill(projects, *this,
          {"newProject:", "newTimerEntry:", "newFlatFeeEntry:", "", "edit:", "delete:"});

@@ -3,6 +3,7 @@
 #include "mainwindow/ProjectController.h"
 #include "mainwindow/QuickFilterBar.h"
 #include "model/ProjectCollection.h"
+#include "platform/Folders.h"
 #include "platform/Preferences.h"
 #include "search/FilterController.h"
 #include "search/QuickFilters.h"
@@ -30,8 +31,10 @@ MainWindowFilters::MainWindowFilters(Preferences &preferences, ProjectCollection
     m_filterPopUp->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_filterPopUp->setMinimumContentsLength(12);
     connect(m_filterPopUp, &QComboBox::activated, this, [this](int index) {
-        m_filters->filterAction(m_filterPopUp->itemData(index).toInt());
+        const bool edit = m_filters->filterAction(m_filterPopUp->itemData(index).toInt());
         fillFilterPopUp();
+        if (edit)
+            emit editFiltersRequested();
     });
     m_searchField->setObjectName(u"SearchField"_s);
     m_searchField->setPlaceholderText(tr("Search"));
@@ -57,6 +60,12 @@ void MainWindowFilters::load() {
     // the quick filter chosen last sets it aside again.
     const QString chosen = m_preferences.stringForKey(u"quickfilter");
     m_filters->awake();
+    // Told once; the file stays as it is until the filters are saved from the sheet.
+    if (!m_filters->loadError().isEmpty())
+        emit statusMessage(
+            tr("The saved filters could not be read from %1 (%2); the file is "
+               "left as it is until you save filters.")
+                .arg(Folders::withTilde(m_filters->filtersPath()), m_filters->loadError()));
     const QString identifier = chosen.isEmpty() ? u"off"_s : chosen;
     m_quickFilterBar->setSelected(identifier);
     m_quickFilters->choose(identifier, true, *m_filters, *this, m_preferences);
@@ -80,11 +89,8 @@ void MainWindowFilters::focusSearchField() {
 void MainWindowFilters::fillFilterPopUp() {
     m_filterPopUp->clear();
     for (const FilterController::MenuItem &item : m_filters->menuItems()) {
-        // The pop-up chooses among the saved filters; editing them is not offered here.
-        if (item.tag == FilterController::EditFiltersTag)
-            continue;
         if (item.tag == FilterController::SeparatorTag) {
-            if (m_filterPopUp->count() > 0 && m_filters->filters().size() > 0)
+            if (m_filters->filters().size() > 0)
                 m_filterPopUp->insertSeparator(m_filterPopUp->count());
             continue;
         }

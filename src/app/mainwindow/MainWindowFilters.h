@@ -33,22 +33,27 @@ public:
     QuickFilterBar *quickFilterBar() const { return m_quickFilterBar; }
     QComboBox *filterPopUp() const { return m_filterPopUp; }
     QLineEdit *searchField() const { return m_searchField; }
+    FilterController &filterController() const { return *m_filters; }
 
     // At start: reads the saved and the quick filters and brings back the choices of the last run.
     void load();
     // Hides or shows the quick-filter bar; the choice is kept for the next start.
     void toggleQuickFilterBar();
     void focusSearchField();
+    // Shows the saved filters and the chosen one in the pop-up.
+    void fillFilterPopUp();
 
     void setCurrentFilter(const Filter::Pointer &filter) override;
     void disableQuickFilters() override;
 
 signals:
     void quickFilterBarToggled(bool visible);
+    // "Edit Filters..." was chosen in the pop-up.
+    void editFiltersRequested();
+    // A message for the status line.
+    void statusMessage(const QString &message);
 
 private:
-    void fillFilterPopUp();
-
     Preferences &m_preferences;
     ProjectCollection &m_collection;
     const ProjectController &m_controller;

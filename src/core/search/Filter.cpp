@@ -73,20 +73,24 @@ std::optional<QList<Filter::Pointer>> Filter::unarchiveList(const QByteArray &da
     return filters;
 }
 
-bool Filter::readListFile(const QString &path, QList<Pointer> &filters) {
+bool Filter::readListFile(const QString &path, QList<Pointer> &filters, QString *error) {
     QFile file(path);
     if (!file.exists())
         return true;
+    QString reason;
+    const auto failed = [&] {
+        qCWarning(lcSearch).noquote() << "cannot read" << path << ":" << reason;
+        if (error)
+            *error = reason;
+        return false;
+    };
     if (!file.open(QIODevice::ReadOnly)) {
-        qCWarning(lcSearch) << "cannot read" << path << file.errorString();
-        return false;
+        reason = file.errorString();
+        return failed();
     }
-    QString error;
-    const auto read = unarchiveList(file.readAll(), &error);
-    if (!read) {
-        qCWarning(lcSearch).noquote() << "cannot read" << path << ":" << error;
-        return false;
-    }
+    const auto read = unarchiveList(file.readAll(), &reason);
+    if (!read)
+        return failed();
     filters = *read;
     return true;
 }

@@ -32,8 +32,9 @@ public:
     static std::optional<QList<Pointer>> unarchiveList(const QByteArray &data,
                                                        QString *error = nullptr);
     // Replaces filters by the file's list when the file exists; a missing file leaves them as
-    // they are, and so does one that cannot be read (logged; false).
-    static bool readListFile(const QString &path, QList<Pointer> &filters);
+    // they are, and so does one that cannot be read (logged; false, with the reason in error).
+    static bool readListFile(const QString &path, QList<Pointer> &filters,
+                             QString *error = nullptr);
 
 private:
     QString m_name;

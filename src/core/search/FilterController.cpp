@@ -29,7 +29,8 @@ FilterController::FilterController(const QString &filtersPath, Preferences &pref
     , m_entryEditorQuery(m_entryProperties.newQuery()) {}
 
 bool FilterController::loadFilters() {
-    return Filter::readListFile(m_filtersPath, m_filters);
+    m_loadError.clear();
+    return Filter::readListFile(m_filtersPath, m_filters, &m_loadError);
 }
 
 bool FilterController::saveFilters() {

@@ -28,8 +28,10 @@ public:
     void setFilters(const QList<Filter::Pointer> &filters) { m_filters = filters; }
 
     // Replaces the list by the file's when the file exists; a missing file keeps the list. A
-    // damaged file keeps it too and is logged (false).
+    // damaged file keeps it too and is logged (false); loadError() then tells why.
     bool loadFilters();
+    // Why the last reading of the file failed; empty when it did not.
+    QString loadError() const { return m_loadError; }
     // Writes the list atomically; a failure is logged (false).
     bool saveFilters();
 
@@ -75,12 +77,17 @@ public:
     int previousFilterIndex() const { return m_previousFilterIndex; }
     bool projectQueryLoaded() const { return m_projectQueryLoaded; }
     bool entryQueryLoaded() const { return m_entryQueryLoaded; }
+    // The property tables of the two editors.
+    const FilterDelegateProjects &projectProperties() const { return m_projectProperties; }
+    const FilterDelegateEntries &entryProperties() const { return m_entryProperties; }
     // The queries the two editors show (and edit in place).
     MPSearchQuery::Pointer projectEditorQuery() const { return m_projectEditorQuery; }
     MPSearchQuery::Pointer entryEditorQuery() const { return m_entryEditorQuery; }
 
-private:
+    // How a filter is titled in the pop-up and the sheet: its name, "error: no name" for none.
     static QString titleOf(const Filter &filter);
+
+private:
     bool isFilterIndex(int index) const { return index >= 0 && index < m_filters.size(); }
     void loadEditorQuery(Tab tab);
 
@@ -88,6 +95,7 @@ private:
     Preferences &m_preferences;
     FilterTarget &m_target;
     QList<Filter::Pointer> m_filters;
+    QString m_loadError;
     int m_selectedTag = OffTag;
     int m_temporaryFilterTag = -1;
 
