@@ -75,7 +75,9 @@ FilterSheet::FilterSheet(FilterController &filters, const CustomerStorage &custo
     chooserRow->addWidget(m_remove);
     chooserRow->addWidget(m_add);
     auto *form = new QFormLayout;
-    form->addRow(tr("&Filter:"), chooserRow);
+    auto *chooserLabel = new QLabel(tr("&Filter:"));
+    chooserLabel->setBuddy(m_chooser);
+    form->addRow(chooserLabel, chooserRow);
     form->addRow(tr("&Name:"), m_name);
     auto *layout = new QVBoxLayout(this);
     // The sheet is as tall as what it shows: the hidden tab's editor takes no room.

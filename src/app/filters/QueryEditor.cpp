@@ -55,6 +55,9 @@ QueryEditor::QueryEditor(const FilterDelegate &properties, const CustomerStorage
     m_rowsLayout->setContentsMargins(0, 0, 0, 0);
     m_rowsLayout->setSpacing(0);
     m_rowsLayout->setAlignment(Qt::AlignTop);
+    // Wide enough for the widest row, so that the window keeps its width (and "+" its place) as
+    // rows of other types come and go.
+    setMinimumWidth(fontMetrics().averageCharWidth() * 100);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(header);

@@ -29,6 +29,7 @@ SearchResultsWindow::SearchResultsWindow(const ProjectCollection &collection, Pr
     m_table->setModel(new SearchResultsModel(m_search, this));
     m_table->setItemDelegate(new SearchResultsDelegate(this));
     m_table->setUniformItemSizes(true);
+    m_table->setSpacing(1);
     m_table->setAlternatingRowColors(true);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     setFocusProxy(m_field);
@@ -54,6 +55,12 @@ SearchResultsWindow::SearchResultsWindow(const ProjectCollection &collection, Pr
 }
 
 void SearchResultsWindow::searchFor(const QString &text) {
+    // The first time beside the main window's right edge, later where the user left it.
+    if (!m_placed && parentWidget()) {
+        m_placed = true;
+        const QRect main = parentWidget()->window()->frameGeometry();
+        move(main.right() - width() - 40, main.top() + 120);
+    }
     if (m_field->text() == text)
         m_search.searchFor(text);
     else

@@ -34,4 +34,5 @@ private:
     ProjectListView &m_list;
     QLineEdit *m_field;
     QListView *m_table;
+    bool m_placed = false;
 };

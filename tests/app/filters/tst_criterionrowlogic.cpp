@@ -1,14 +1,13 @@
 #include "filters/CriterionRowLogic.h"
 #include "filters/QueryEditorLogic.h"
 #include "search/FilterDelegateEntries.h"
-#include "search/FilterDelegateProjects.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
-// The rules of the query editor's rows: what the value fields store, what choosing a property
-// does, and which property a new row proposes.
+// The rules of the query editor's rows: what the value fields store and which property a new row
+// proposes.
 class TestCriterionRowLogic : public QObject {
     Q_OBJECT
 
@@ -54,42 +53,6 @@ private slots:
             QCOMPARE(row.valueTexts(), shown);
     }
 
-    void choosingAPropertyKeepsOrReplacesTheCriterion_data() {
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<bool>("rebuilt");
-        QTest::addColumn<int>("matchKind");
-        QTest::addColumn<QVariant>("value");
-        QTest::newRow("same type")
-            << u"Total wages"_s << false << int(MPSearchCriterion::IsLessThan) << QVariant(0);
-        QTest::newRow("customer") << u"Customer"_s << true << int(MPSearchCriterion::IsEqualTo)
-                                  << QVariant(7);
-        QTest::newRow("name") << u"Name"_s << true << int(MPSearchCriterion::Contains)
-                              << QVariant(u""_s);
-    }
-    void choosingAPropertyKeepsOrReplacesTheCriterion() {
-        QFETCH(QString, to);
-        QFETCH(bool, rebuilt);
-        QFETCH(int, matchKind);
-        QFETCH(QVariant, value);
-        QueryEditorLogic editor(m_projects);
-        for (int i = 0; i < 3; ++i)
-            editor.addNewCriterion(7);
-        auto wages = editor.query()->criterionAtIndex(2);
-        QCOMPARE(wages->name(), u"Hourly wages"_s);
-        wages->setMatchKind(MPSearchCriterion::IsLessThan);
-        wages->setObjectValue(12.5f);
-        CriterionRowLogic row(editor.query(), wages, m_projects);
-        QCOMPARE(row.chooseProperty(to, 7), rebuilt ? CriterionRowLogic::PropertyChange::Rebuilt
-                                                    : CriterionRowLogic::PropertyChange::Kept);
-        QCOMPARE(editor.rowCount(), 4);
-        const auto shown = editor.query()->criterionAtIndex(2);
-        QCOMPARE(shown, row.criterion());
-        QCOMPARE(shown->name(), to);
-        QCOMPARE(shown->matchKind(), matchKind);
-        QCOMPARE(shown->objectValue(), value);
-        QCOMPARE(editor.query()->criterionAtIndex(3)->name(), u"Total wages"_s);
-    }
-
     void newRowsProposeTheNextProperty() {
         QueryEditorLogic editor(m_entries);
         editor.setSearchQuery(nullptr);
@@ -105,7 +68,6 @@ private slots:
 
 private:
     FilterDelegateEntries m_entries;
-    FilterDelegateProjects m_projects;
 };
 
 QTEST_GUILESS_MAIN(TestCriterionRowLogic)
