@@ -19,12 +19,15 @@ void SearchResultsDelegate::paint(QPainter *painter, const QStyleOptionViewItem 
                            .adjusted(3, 0, -3, 0);
     const QString shown = item.fontMetrics.elidedText(text, Qt::ElideRight, area.width());
     QTextLayout layout(shown, item.font);
+    const bool selected = item.state & QStyle::State_Selected;
+    // A lighter red on the selection's dark background.
+    const QColor red = selected ? QColor(255, 190, 190) : QColor(Qt::red);
     QList<QTextLayout::FormatRange> formats;
     for (const QVariant &range : index.data(SearchResultsModel::RedRangesRole).toList()) {
         QTextLayout::FormatRange format;
         format.start = range.toPoint().x();
         format.length = range.toPoint().y();
-        format.format.setForeground(QColor(Qt::red));
+        format.format.setForeground(red);
         formats.append(format);
     }
     layout.setFormats(formats);
@@ -33,7 +36,6 @@ void SearchResultsDelegate::paint(QPainter *painter, const QStyleOptionViewItem 
     line.setLineWidth(area.width());
     layout.endLayout();
     painter->save();
-    const bool selected = item.state & QStyle::State_Selected;
     painter->setPen(item.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
     layout.draw(painter, QPointF(area.left(), area.top() + (area.height() - line.height()) / 2));
     painter->restore();

@@ -8,6 +8,7 @@
 
 #include <QLineEdit>
 #include <QListView>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -33,6 +34,7 @@ SearchResultsWindow::SearchResultsWindow(const ProjectCollection &collection, Pr
     m_table->setAlternatingRowColors(true);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     setFocusProxy(m_field);
+    new QShortcut(QKeySequence::Cancel, this, this, &QWidget::close);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_field);
     layout->addWidget(m_table);

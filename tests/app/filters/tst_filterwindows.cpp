@@ -182,9 +182,12 @@ private slots:
         const QRect entries = settledGeometry(sheet);
         QCOMPARE(projects.height() - entries.height(), 2 * 32);
         QCOMPARE(entries.top(), projects.top());
-        QVERIFY(!control<QComboBox>(sheet->entryEditor(), u"matchModePopUp"_s)->isEnabled());
-        QVERIFY(
-            !control<QToolButton>(sheet->entryEditor(), u"removeCriterionButton"_s)->isVisible());
+        auto *mode = control<QComboBox>(sheet->entryEditor(), u"matchModePopUp"_s);
+        auto *remove = control<QToolButton>(sheet->entryEditor(), u"removeCriterionButton"_s);
+        QVERIFY(!mode->isEnabled() && !remove->isVisible());
+        click(sheet->entryEditor(), u"addCriterionButton"_s);
+        QCOMPARE(settledGeometry(sheet).height() - entries.height(), 32);
+        QVERIFY(mode->isEnabled() && remove->isVisible());
     }
 
     void anUnreadableFileIsToldOnceAndKept() {
