@@ -29,7 +29,7 @@ CriterionRow::CriterionRow(MPSearchQuery::Pointer query, MPSearchCriterion::Poin
     m_property->setObjectName(u"propertyPopUp"_s);
     m_property->setAccessibleName(tr("Property"));
     m_property->addItems(m_logic.propertyTitles());
-    m_property->setCurrentIndex(m_property->findText(m_logic.criterion()->name()));
+    m_property->setCurrentIndex(m_property->findText(m_logic.propertyTitle()));
     m_matchKind->setObjectName(u"matchKindPopUp"_s);
     m_matchKind->setAccessibleName(tr("Match kind"));
     for (int kind : m_logic.matchKinds())

@@ -26,9 +26,20 @@ MPSearchCriterion::Pointer CriterionRowLogic::criterionForProperty(const FilterD
     return made;
 }
 
+QString CriterionRowLogic::propertyTitle() const {
+    const QStringList titles = propertyTitles();
+    if (titles.contains(m_criterion->name()))
+        return m_criterion->name();
+    for (const QString &title : titles) {
+        if (m_properties.identifierForProperty(title) == m_criterion->identifier())
+            return title;
+    }
+    return m_criterion->name();
+}
+
 CriterionRowLogic::PropertyChange CriterionRowLogic::chooseProperty(const QString &title,
                                                                     int firstCustomerId) {
-    if (title == m_criterion->name())
+    if (title == propertyTitle())
         return PropertyChange::None;
     if (m_properties.dataTypeForProperty(title) == dataType()) {
         m_criterion->setName(title);

@@ -23,6 +23,9 @@ public:
     MPSearchCriterion::Pointer criterion() const { return m_criterion; }
     int dataType() const { return m_criterion->dataType(); }
     QStringList propertyTitles() const { return m_properties.searchableProperties(); }
+    // The title of the criterion's property: its name, or for a name that is no title (a
+    // criterion made elsewhere) the title of its identifier's property.
+    QString propertyTitle() const;
     QList<int> matchKinds() const { return MPSearchCriterion::matchKindsForType(dataType()); }
 
     // Choosing another property: one of the same type keeps the match kind and resets the value;

@@ -66,6 +66,14 @@ private slots:
         QCOMPARE(editor.rowsHeight(), 9 * 32);
     }
 
+    void aCriterionNamedByItsKeyShowsItsTitle() {
+        auto criterion =
+            MPSearchCriterion::criterionWithDate({}, MPSearchCriterion::IsToday, u"toDateAsDate"_s);
+        CriterionRowLogic row(std::make_shared<MPSearchQuery>(), criterion, m_entries);
+        QCOMPARE(row.propertyTitle(), u"To"_s);
+        QCOMPARE(row.chooseProperty(u"To"_s, 0), CriterionRowLogic::PropertyChange::None);
+    }
+
 private:
     FilterDelegateEntries m_entries;
 };
