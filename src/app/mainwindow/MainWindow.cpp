@@ -10,6 +10,7 @@
 #include "editors/EntrySheet.h"
 #include "editors/FlatFeeSheet.h"
 #include "editors/ProjectSheet.h"
+#include "export/ExportCommands.h"
 #include "mainwindow/ProjectController.h"
 #include "mainwindow/QuickFilterBar.h"
 #include "model/Entry.h"
@@ -188,6 +189,12 @@ void MainWindow::connectCommands() {
     on("runToolbarCustomizationPalette:", &m_toolbar, &MainWindowToolbar::customize);
     on("showPreferences:", this, &MainWindow::showPreferences);
     on("orderFrontStandardAboutPanel:", this, &MainWindow::showAbout);
+    auto *exports = new ExportCommands(
+        {m_services.collection, &m_services.customers, m_services.preferences, m_services.alerts},
+        this);
+    on("showExportSheet:", exports, &ExportCommands::showExportSheet);
+    on("print:", exports, &ExportCommands::print);
+    on("printPreview:", exports, &ExportCommands::printPreview);
     on("performFindPanelAction:", &m_filters, &MainWindowFilters::focusSearchField);
 
     connect(&m_drawer, &MainWindowDrawer::opened, this, &MainWindow::updateDetails);
