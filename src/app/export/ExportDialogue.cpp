@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QProgressDialog>
 
 ExportDialogue::ExportDialogue(const Services &services, QWidget *window)
@@ -58,9 +59,11 @@ void ExportDialogue::addStyle() {
 }
 
 void ExportDialogue::run(const QString &path) {
-    auto *progress = new QProgressDialog(tr("Exporting…"), tr("Cancel"), 0, 0, m_window);
+    auto *progress = new QProgressDialog(tr("Exporting to \"%1\"…").arg(QFileInfo(path).fileName()),
+                                         tr("Cancel"), 0, 0, m_window);
     m_progress = progress;
     progress->setWindowTitle(tr("Export"));
+    progress->setMinimumWidth(400);
     progress->setWindowModality(Qt::WindowModal);
     progress->setAutoClose(false);
     progress->setAutoReset(false);

@@ -35,13 +35,16 @@ ExportFormatSheet::ExportFormatSheet(ExportController &controller, QWidget *pare
     QPushButton *next = buttons->addButton(tr("Next"), QDialogButtonBox::AcceptRole);
     next->setObjectName(u"next"_s);
     next->setDefault(true);
-    buttons->addButton(m_addStyle, QDialogButtonBox::ActionRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
+    auto *bottom = new QHBoxLayout;
+    bottom->addWidget(m_addStyle);
+    bottom->addStretch();
+    bottom->addWidget(buttons);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_formats);
-    layout->addWidget(buttons);
+    layout->addLayout(bottom);
 }
 
 QWidget *ExportFormatSheet::stylePage(int format) {

@@ -11,6 +11,7 @@
 #include "model/ProjectFile.h"
 #include "render/WebEngineSetup.h"
 #include "support/ExportSamples.h"
+#include "support/FileFailures.h"
 #include "support/Files.h"
 
 #include <QApplication>
@@ -218,6 +219,23 @@ private slots:
         QVERIFY(finished.first().first().value<Exporter::Result>().cancelled);
         QVERIFY(!QFile::exists(m_panels.path));
         QVERIFY(m_fixture->user.alerts.isEmpty());
+    }
+
+    // A write that fails names the path and says why.
+    void failedExportIsReported() {
+        SheetFixture::control<QTabWidget>(*m_dialogue->formatSheet(), u"formats"_s)
+            ->setCurrentIndex(4);
+        next();
+        const QString folder = m_fixture->folder.filePath(u"locked"_s);
+        QVERIFY(QDir().mkdir(folder));
+        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+        const FileFailures::ObeyPermissions obey;
+        m_panels.path = folder + u"/report.txt"_s;
+        click(*m_dialogue->projectSheet(), u"export"_s);
+        QCOMPARE(m_fixture->user.messages(),
+                 QStringList{u"The report could not be exported to \"%1\"."_s.arg(m_panels.path)});
+        QVERIFY(m_fixture->user.alerts.first().informativeText.endsWith(u"Permission denied"_s));
+        QCOMPARE(m_fixture->user.alerts.first().style, UserAlerts::Style::Critical);
     }
 
     // The projects of a hidden customer are not printed.
