@@ -12,6 +12,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int previewResolution = 150;
+
+} // namespace
+
 ReportPrinter::ReportPrinter(const Services &services, QWidget *window)
     : m_services(services)
     , m_engine(window) {}
@@ -47,6 +53,9 @@ bool ReportPrinter::print(const QString &folder) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(WebEngineReportRenderer::pageLayout(QLocale()));
     if (m_preview) {
+        // The engine prints pictures of its pages: at the printer's full resolution the preview
+        // takes many seconds per page, at this one it shows at once and still prints cleanly.
+        printer.setResolution(previewResolution);
         m_services.panels.runPrintPreview(
             printer, [this, &folder](QPrinter &shown) { m_engine.printTo(folder, shown); });
         return true;

@@ -18,6 +18,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QListWidget>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QProcess>
 #include <QProgressDialog>
@@ -40,9 +41,16 @@ struct ScriptedPanels : ExportPanels {
         printer.setOutputFileName(path);
         return true;
     }
-    void runPrintPreview(QPrinter &, const Paint &) override {}
+    void runPrintPreview(QPrinter &printer, const Paint &paint) override {
+        QPrintPreviewWidget preview(&printer);
+        QObject::connect(&preview, &QPrintPreviewWidget::paintRequested, &preview,
+                         [&paint](QPrinter *shown) { paint(*shown); });
+        preview.updatePreview();
+        previewPages = preview.pageCount();
+    }
     QString path;
     QStringList asked;
+    int previewPages = 0;
 };
 
 class TestExportDialogue : public QObject {
@@ -238,7 +246,7 @@ private slots:
         QCOMPARE(m_fixture->user.alerts.first().style, UserAlerts::Style::Critical);
     }
 
-    // The projects of a hidden customer are not printed.
+    // The projects of a hidden customer are not printed; the preview shows the pages first.
     void printHoldsShownProjects() {
         m_fixture->collection.addProject(project(u"Gamma"_s, 10.0f, 2));
         m_fixture->customers.uncheckOthers(0);
@@ -246,6 +254,8 @@ private slots:
         ReportPrinter printer(
             {m_fixture->collection, &m_fixture->customers, m_fixture->user, m_panels},
             &m_fixture->window);
+        QVERIFY(printer.previewReport());
+        QVERIFY(m_panels.previewPages > 0);
         QVERIFY(printer.printReport());
         QProcess text;
         text.start(u"pdftotext"_s, {m_panels.path, u"-"_s});
