@@ -69,7 +69,11 @@ void ExportDialogue::run(const QString &path) {
     progress->setAutoReset(false);
     // Shows itself when the export is still running after the delay.
     progress->setMinimumDuration(m_progressDelay);
-    connect(progress, &QProgressDialog::canceled, &m_controller, &ExportController::cancelExport);
+    connect(progress, &QProgressDialog::canceled, this, [this, progress] {
+        m_controller.cancelExport();
+        // A document being rendered is dropped only once the engine has finished it.
+        progress->setLabelText(tr("Stopping…"));
+    });
     m_sinceEvents.invalidate();
     const Exporter::Result result = m_controller.exportTo(path);
     delete progress;

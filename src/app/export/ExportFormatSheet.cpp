@@ -17,7 +17,7 @@ ExportFormatSheet::ExportFormatSheet(ExportController &controller, QWidget *pare
     : QDialog(parent)
     , m_controller(controller)
     , m_formats(new QTabWidget(this))
-    , m_addStyle(new QPushButton(tr("Add Style…"), this)) {
+    , m_addStyle(new QPushButton(tr("&Add Style…"), this)) {
     setWindowTitle(tr("Export"));
     setWindowModality(Qt::WindowModal);
     m_formats->setObjectName(u"formats"_s);

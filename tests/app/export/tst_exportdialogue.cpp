@@ -95,7 +95,7 @@ private slots:
         QFETCH(QStringList, cliOptions);
         const QString encoding = options[3].isEmpty() ? TextEncodings::defaultName() : options[3];
         ExportFormatSheet &sheet = *m_dialogue->formatSheet();
-        SheetFixture::control<QTabWidget>(sheet, u"formats"_s)->setCurrentIndex(3);
+        chooseFormat(3);
         SheetFixture::type(SheetFixture::control<QComboBox>(sheet, u"textDelimiter"_s), options[0]);
         SheetFixture::type(SheetFixture::control<QComboBox>(sheet, u"fieldDelimiter"_s),
                            options[1]);
@@ -125,8 +125,7 @@ private slots:
 
     // The folder chooser starts in the home folder, then where the last export went.
     void htmlIntoChosenFolder() {
-        SheetFixture::control<QTabWidget>(*m_dialogue->formatSheet(), u"formats"_s)
-            ->setCurrentIndex(1);
+        chooseFormat(1);
         next();
         m_panels.path = m_fixture->folder.filePath(u"report"_s);
         QVERIFY(QDir().mkdir(m_panels.path));
@@ -211,8 +210,7 @@ private slots:
     void cancelledExportLeavesNoFile() {
         for (int index = 0; index < 300; ++index)
             m_fixture->collection.addProject(project(u"P%1"_s.arg(index)));
-        SheetFixture::control<QTabWidget>(*m_dialogue->formatSheet(), u"formats"_s)
-            ->setCurrentIndex(4);
+        chooseFormat(4);
         next();
         m_dialogue->setProgressDelay(0);
         connect(&m_dialogue->controller(), &ExportController::progress, this, [this] {
@@ -231,8 +229,7 @@ private slots:
 
     // A write that fails names the path and says why.
     void failedExportIsReported() {
-        SheetFixture::control<QTabWidget>(*m_dialogue->formatSheet(), u"formats"_s)
-            ->setCurrentIndex(4);
+        chooseFormat(4);
         next();
         const QString folder = m_fixture->folder.filePath(u"locked"_s);
         QVERIFY(QDir().mkdir(folder));
@@ -266,6 +263,10 @@ private slots:
     }
 
 private:
+    void chooseFormat(int format) {
+        SheetFixture::control<QTabWidget>(*m_dialogue->formatSheet(), u"formats"_s)
+            ->setCurrentIndex(format);
+    }
     void next() { click(*m_dialogue->formatSheet(), u"next"_s); }
     // By keyboard, as check boxes take clicks only on their box and label.
     static void click(QWidget &sheet, const QString &name) {
