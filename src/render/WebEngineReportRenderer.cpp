@@ -133,6 +133,10 @@ bool WebEngineReportRenderer::printTo(const QString &folder, QPrinter &printer) 
     QObject::connect(&view, &QWebEngineView::printFinished, &view,
                      [printed](bool ok) { printed->finish(ok); });
     view.print(&printer);
+    // The engine has laid the pages out for the printer's margins; it draws each page later at
+    // the painter's origin in the size of the whole paper. With the origin on the paper's corner
+    // every page comes out whole instead of pushed past the right and bottom edges.
+    printer.setFullPage(true);
     const bool ok = waitFor(printed, m_timeout) && printed->value;
     if (!ok)
         qCWarning(lcRender) << "Printing the report in" << folder << "failed";

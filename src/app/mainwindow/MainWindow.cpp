@@ -10,6 +10,7 @@
 #include "editors/EntrySheet.h"
 #include "editors/FlatFeeSheet.h"
 #include "editors/ProjectSheet.h"
+#include "export/ExportCommands.h"
 #include "filters/FilterSheet.h"
 #include "filters/SearchResultsWindow.h"
 #include "mainwindow/ProjectController.h"
@@ -193,6 +194,12 @@ void MainWindow::connectCommands() {
     on("runToolbarCustomizationPalette:", &m_toolbar, &MainWindowToolbar::customize);
     on("showPreferences:", this, &MainWindow::showPreferences);
     on("orderFrontStandardAboutPanel:", this, &MainWindow::showAbout);
+    auto *exports = new ExportCommands(
+        {m_services.collection, &m_services.customers, m_services.preferences, m_services.alerts},
+        this);
+    on("showExportSheet:", exports, &ExportCommands::showExportSheet);
+    on("print:", exports, &ExportCommands::print);
+    on("printPreview:", exports, &ExportCommands::printPreview);
     on("performFindPanelAction:", &m_filters, &MainWindowFilters::focusSearchField);
     on("showSearchResults:", m_searchResults,
        [this] { m_searchResults->searchFor(m_filters.searchField()->text()); });

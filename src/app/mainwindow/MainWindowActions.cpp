@@ -34,6 +34,9 @@ MainWindowActions::MainWindowActions(QUndoStack *undo, QWidget *window)
     add(u"save:"_s, tr("&Save"), QKeySequence::Save);
     add(u"saveAs:"_s, tr("Save &As…"), QKeySequence::SaveAs);
     add(u"revert:"_s, tr("&Revert to Saved"), {});
+    add(u"showExportSheet:"_s, tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
+    add(u"print:"_s, tr("&Print…"), QKeySequence::Print);
+    add(u"printPreview:"_s, tr("Print Pre&view…"), {});
     add(u"terminate:"_s, tr("&Quit"), QKeySequence::Quit);
     add(u"cut:"_s, tr("Cu&t"), QKeySequence::Cut);
     add(u"copy:"_s, tr("&Copy"), QKeySequence::Copy);
@@ -109,7 +112,9 @@ void MainWindowActions::buildMenus(QMenuBar *bar, ProjectListView *list,
         recentMenu->addAction(tr("No Recent Files"))->setEnabled(false);
         recentMenu->actions().constLast()->setVisible(files.isEmpty());
     });
-    fill(file, *this, {"", "save:", "saveAs:", "revert:", "", "terminate:"});
+    fill(file, *this,
+         {"", "save:", "saveAs:", "revert:", "", "showExportSheet:", "",
+          "printPreview:", "print:", "", "terminate:"});
     QMenu *edit = bar->addMenu(tr("&Edit"));
     fill(edit, *this,
          {"undo:", "redo:", "", "cut:", "copy:", "paste:", "delete:", "",

@@ -220,6 +220,8 @@ Exporter::Result CSVExporter::exportProjects(const QStringList &projectNames,
         csv += le + entries + le + fees + le + le;
         csv.chop(1);
         reportProgress(++done, projects.size());
+        if (isCancelled())
+            return cancelled();
     }
     csv += le;
 

@@ -226,6 +226,8 @@ Exporter::Result ExportController::writeTo(const QString &path) {
         return {false, error};
     exporter->setProjectCollection(&m_collection);
     exporter->setProgressHandler([this](int done, int total) { emit progress(done, total); });
+    m_cancelled = false;
+    exporter->setCancelCheck([this] { return m_cancelled; });
     return exporter->exportProjects(checkedProjectNames(), m_projectFields, m_entryFields, path,
                                     m_applyFilter, m_encoding);
 }

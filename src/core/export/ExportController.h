@@ -114,6 +114,8 @@ public:
     Exporter::Result exportTo(const QString &path);
     // Writes the checked projects there, remembering nothing.
     Exporter::Result writeTo(const QString &path);
+    // Stops the export under way (from a progress handler): it ends without writing its file.
+    void cancelExport() { m_cancelled = true; }
 
     // Copies the styles (folders or files) into the user's styles folder, never replacing one.
     // Returns how many were installed.
@@ -148,4 +150,5 @@ private:
     QList<bool> m_projectFields{true, true, true, true, true};
     QList<bool> m_entryFields{true, true, true, true, true};
     bool m_applyFilter = false;
+    bool m_cancelled = false;
 };

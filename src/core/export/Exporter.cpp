@@ -121,6 +121,8 @@ Exporter::Result Exporter::exportProjects(const QStringList &projectNames,
             report += u'\n' + project->description();
         report += u"\n\n" + entries + u'\n' + QString(73, u'-') + u"\n\n";
         reportProgress(++done, projects.size());
+        if (isCancelled())
+            return cancelled();
     }
 
     const auto bytes = TextEncodings::encode(report, encoding, TextEncodings::Conversion::Lossy);

@@ -19,7 +19,8 @@ class Exporter {
 public:
     struct Result {
         bool ok = false;
-        QString error; // why nothing was written
+        QString error;          // why nothing was written
+        bool cancelled = false; // stopped on request; nothing was written
     };
 
     // Positions in the field choices.
@@ -40,6 +41,12 @@ public:
     void setProgressHandler(ProgressHandler handler) { m_progressHandler = std::move(handler); }
     const ProgressHandler &progressHandler() const { return m_progressHandler; }
 
+    // Asked after each project and before the file is written: true stops the export, which then
+    // writes nothing.
+    using CancelCheck = std::function<bool()>;
+    void setCancelCheck(CancelCheck check) { m_cancelCheck = std::move(check); }
+    const CancelCheck &cancelCheck() const { return m_cancelCheck; }
+
     // Writes every project whose name is among the names (so same-named projects all go), in
     // the collection's order. With applyFilter, projects and entries the current filter hides are
     // left out. The encoding is any name or alias of TextEncodings.
@@ -52,6 +59,8 @@ protected:
         if (m_progressHandler)
             m_progressHandler(done, int(total));
     }
+    bool isCancelled() const { return m_cancelCheck && m_cancelCheck(); }
+    static Result cancelled() { return {false, {}, true}; }
     ProjectList selectedProjects(const QStringList &projectNames, bool applyFilter) const;
     bool isLeftOut(const ProjectItem &item, bool applyFilter) const;
     // "%02d:%02d" of the hours and minutes.
@@ -67,4 +76,5 @@ private:
 
     ProjectCollection *m_projectCollection = nullptr;
     ProgressHandler m_progressHandler;
+    CancelCheck m_cancelCheck;
 };

@@ -194,6 +194,8 @@ Exporter::Result HTMLExporter::exportProjects(const QStringList &projectNames, c
     for (const auto &project : selected) {
         projects += getHTMLBlockForProject(*project, applyFilter, path, texts) + u'\n';
         reportProgress(++done, selected.size());
+        if (isCancelled())
+            return cancelled();
     }
     QString report = m_fileTemplate;
     report.replace(u"%projects%"_s, projects);

@@ -21,6 +21,10 @@ Exporter::Result PDFExporter::exportProjects(const QStringList &projectNames,
     const ReportRenderer::PdfResult pdf = m_renderer.renderPdf(scratchFolder());
     if (!pdf.ok)
         return {false, pdf.error};
+    // Rendering a long report takes a while: a cancel meanwhile still keeps the file from being
+    // written.
+    if (isCancelled())
+        return cancelled();
     const AtomicFile::Result written = AtomicFile::write(path, pdf.pdf);
     return {written.ok, written.error};
 }

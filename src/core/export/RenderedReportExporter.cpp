@@ -20,6 +20,7 @@ Exporter::Result RenderedReportExporter::writeHtmlReport(const QStringList &proj
     HTMLExporter html(m_templateName, m_customers);
     html.setProjectCollection(projectCollection());
     html.setProgressHandler(progressHandler());
+    html.setCancelCheck(cancelCheck());
     return html.exportProjects(projectNames, projectFields, entryFields, m_scratchFolder,
                                applyFilter, encoding);
 }

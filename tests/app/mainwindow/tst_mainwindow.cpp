@@ -29,6 +29,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -175,6 +176,15 @@ private slots:
         m_user.endOpenPanel(m_file);
         QCOMPARE(m_window->listModel()->rowCount(), 2);
         QCOMPARE(m_window->windowTitle(), u"work.projects[*] — Hourfold"_s);
+    }
+
+    // Export… opens the format sheet over the window with PDF chosen.
+    void exportOpensTheFormatSheet() {
+        startWindow();
+        m_window->commandAction(u"showExportSheet:"_s)->trigger();
+        auto *formats = m_window->findChild<QTabWidget *>(u"formats"_s);
+        QVERIFY(formats && formats->isVisible());
+        QCOMPARE(formats->tabText(formats->currentIndex()), u"PDF"_s);
     }
 
     void quitPrompt_data() {

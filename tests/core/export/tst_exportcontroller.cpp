@@ -191,6 +191,33 @@ private slots:
         QVERIFY(readFile(m_folder->filePath(u"report"_s)).contains("Misc"));
     }
 
+    void cancelWritesNothing_data() {
+        QTest::addColumn<int>("format");
+        for (const int format : {ExportController::Html, ExportController::Rtf,
+                                 ExportController::Csv, ExportController::Text})
+            QTest::addRow("%d", format) << format;
+    }
+
+    // A cancel while the projects go into the report ends the export without its file; the next
+    // export runs to its end.
+    void cancelWritesNothing() {
+        QFETCH(int, format);
+        m_controller->setFormat(format);
+        connect(m_controller.get(), &ExportController::progress, this, [this](int done) {
+            if (done == 2)
+                m_controller->cancelExport();
+        });
+        const QString path = m_folder->filePath(u"out"_s);
+        const QString written = format == ExportController::Html ? path + u"/report.html" : path;
+        QVERIFY(QDir().mkpath(format == ExportController::Html ? path : m_folder->path()));
+        const auto result = m_controller->writeTo(path);
+        QVERIFY(result.cancelled && !result.ok);
+        QVERIFY(!QFile::exists(written));
+        disconnect(m_controller.get(), &ExportController::progress, this, nullptr);
+        QVERIFY(m_controller->writeTo(path).ok);
+        QVERIFY(QFile::exists(written));
+    }
+
     void htmlExportWithChosenStyle() {
         const auto offered = ExportController::styles();
         QVERIFY(offered.size() >= 2);
