@@ -1,0 +1,60 @@
+#pragma once
+
+#include "desktop/StatusMenuLogic.h"
+
+#include <QHash>
+#include <QIcon>
+#include <QObject>
+
+class Preferences;
+class QAction;
+class QMenu;
+class TrayIcon;
+
+// The tray icon's menu. Its fixed items come first: show the main window, the "Start Timer"
+// submenu with one item per project, show the mini window, preferences, a separator; from
+// position 5 one item per running or paused timer with its pause or resume and stop commands;
+// then Quit. The icon is there while "showStatusMenuItem" is on.
+class StatusMenu : public QObject {
+    Q_OBJECT
+
+public:
+    // Position of the first timer's item.
+    static constexpr int firstEntryPosition = 5;
+
+    StatusMenu(Preferences &preferences, StatusMenuLogic &logic, TrayIcon &tray,
+               QObject *parent = nullptr);
+    ~StatusMenu() override;
+
+    // Puts the icon into the tray (when the preference asks for it) and fills the menu.
+    void activate();
+    void deactivate();
+    // Rebuilds the projects' submenu and the timers' items, and the tooltip; nothing while the
+    // preference is off.
+    void refreshStatusMenu();
+
+    QMenu *menu() const { return m_menu; }
+    // The "Start Timer" item, whose submenu lists the projects.
+    QAction *startTimerItem() const { return m_startTimer; }
+
+signals:
+    void mainWindowWanted();
+    void miniWindowWanted();
+    void preferencesWanted();
+    void quitWanted();
+
+private:
+    QIcon colourIcon(const QColor &colour);
+    void fillProjects();
+    QMenu *entryMenu(const StatusMenuLogic::EntryLine &line);
+
+    Preferences &m_preferences;
+    StatusMenuLogic &m_logic;
+    TrayIcon &m_tray;
+    QMenu *m_menu;
+    QAction *m_startTimer;
+    QList<QMenu *> m_entryMenus;
+    QHash<QRgb, QIcon> m_colourIcons;
+    QIcon m_playImage;
+    QIcon m_pauseImage;
+};
