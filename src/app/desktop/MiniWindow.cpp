@@ -67,7 +67,8 @@ MiniWindow::MiniWindow(ProjectCollection &collection, QWidget *parent)
     connect(close, &QToolButton::clicked, this, &MiniWindow::hideHUD);
 
     m_opening->setGeometry(0, titleHeight + openingMargin, panelWidth, openingHeight);
-    m_selector->setGeometry(6, 0, panelWidth - 12, MiniWindowLogic::rowHeight);
+    // The selection bar ends before the arrows' column.
+    m_selector->setGeometry(6, 0, panelWidth - lineNarrowing + 12 - 6, MiniWindowLogic::rowHeight);
     m_selector->setStyleSheet(u"background: rgba(255, 255, 255, 45); border-radius: 5px;"_s);
     m_emptyText->setGeometry(0, 0, panelWidth, openingHeight);
     m_emptyText->setAlignment(Qt::AlignCenter);

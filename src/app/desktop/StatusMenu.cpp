@@ -26,6 +26,7 @@ StatusMenu::StatusMenu(Preferences &preferences, StatusMenuLogic &logic, TrayIco
             &StatusMenu::mainWindowWanted);
     m_startTimer = m_menu->addMenu(new QMenu(tr("Start Timer"), m_menu));
     m_startTimer->setData(99);
+    connect(m_startTimer->menu(), &QMenu::triggered, this, &StatusMenu::startTimer);
     connect(m_menu->addAction(tr("Show Mini Window")), &QAction::triggered, this,
             &StatusMenu::miniWindowWanted);
     connect(m_menu->addAction(tr("Preferences…")), &QAction::triggered, this,
@@ -54,62 +55,97 @@ void StatusMenu::refreshStatusMenu() {
     if (!m_preferences.boolForKey(u"showStatusMenuItem"))
         return;
     fillProjects();
-    // A command of the menu may be what asked for the refresh: the old items go once it is done.
-    for (QMenu *submenu : std::as_const(m_entryMenus)) {
+    const QList<StatusMenuLogic::EntryLine> lines = m_logic.entryLines();
+    // Items are kept and retitled, so that an open submenu stays open while the durations move
+    // on; a command of the menu may be what asked for the refresh, so items go once it is done.
+    while (m_entryMenus.size() > lines.size()) {
+        QMenu *submenu = m_entryMenus.takeLast();
         m_menu->removeAction(submenu->menuAction());
         submenu->deleteLater();
     }
-    m_entryMenus.clear();
-    const QList<StatusMenuLogic::EntryLine> lines = m_logic.entryLines();
-    QAction *before = m_menu->actions().value(firstEntryPosition);
-    for (const StatusMenuLogic::EntryLine &line : lines) {
-        QMenu *submenu = entryMenu(line);
-        m_menu->insertAction(before, submenu->menuAction());
+    while (m_entryMenus.size() < lines.size()) {
+        QMenu *submenu = entryMenu();
+        m_menu->insertAction(m_menu->actions().value(firstEntryPosition + m_entryMenus.size()),
+                             submenu->menuAction());
         m_entryMenus << submenu;
+    }
+    m_shownEntries.clear();
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        showLine(m_entryMenus.at(i), lines.at(i));
+        m_shownEntries << lines.at(i).entry;
     }
     m_tray.setToolTip(m_logic.toolTip(lines));
 }
 
 void StatusMenu::fillProjects() {
+    const QList<StatusMenuLogic::ProjectLine> lines = m_logic.projectLines();
     QMenu *projects = m_startTimer->menu();
-    for (QAction *item : projects->actions()) {
+    QList<QAction *> items = projects->actions();
+    while (items.size() > lines.size()) {
+        QAction *item = items.takeLast();
         projects->removeAction(item);
         item->deleteLater();
     }
-    for (const StatusMenuLogic::ProjectLine &line : m_logic.projectLines()) {
-        QAction *item = projects->addAction(colourIcon(line.colour), line.project->name());
-        connect(item, &QAction::triggered, this, [this, project = std::weak_ptr(line.project)] {
-            if (const auto started = project.lock()) {
-                m_logic.startTimer(started);
-                refreshStatusMenu();
-            }
-        });
+    while (items.size() < lines.size())
+        items << projects->addAction(QString());
+    m_shownProjects.clear();
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const StatusMenuLogic::ProjectLine &line = lines.at(i);
+        QAction *item = items.at(i);
+        if (item->text() != line.project->name())
+            item->setText(line.project->name());
+        const QRgb key = colourKey(line.colour);
+        if (item->icon().isNull() || item->data().toUInt() != key) {
+            item->setIcon(colourIcon(line.colour));
+            item->setData(key);
+        }
+        m_shownProjects << line.project;
     }
-    m_startTimer->setEnabled(!projects->isEmpty());
+    m_startTimer->setEnabled(!lines.isEmpty());
 }
 
-QMenu *StatusMenu::entryMenu(const StatusMenuLogic::EntryLine &line) {
-    auto *submenu = new QMenu(line.title, m_menu);
-    submenu->setIcon(line.entry->isPaused() ? m_pauseImage : m_playImage);
-    const std::weak_ptr<Entry> entry = line.entry;
-    connect(submenu->addAction(line.pauseTitle), &QAction::triggered, this, [this, entry] {
-        if (const auto held = entry.lock()) {
-            m_logic.pauseResume(*held);
+void StatusMenu::startTimer(QAction *item) {
+    const qsizetype index = m_startTimer->menu()->actions().indexOf(item);
+    if (const auto project = m_shownProjects.value(index).lock()) {
+        m_logic.startTimer(project);
+        refreshStatusMenu();
+    }
+}
+
+QMenu *StatusMenu::entryMenu() {
+    auto *submenu = new QMenu(m_menu);
+    const auto command = [this, submenu](void (StatusMenuLogic::*change)(Entry &)) {
+        const qsizetype index = m_entryMenus.indexOf(submenu);
+        if (const auto entry = m_shownEntries.value(index).lock()) {
+            (m_logic.*change)(*entry);
             refreshStatusMenu();
         }
-    });
-    connect(submenu->addAction(tr("Stop")), &QAction::triggered, this, [this, entry] {
-        if (const auto held = entry.lock()) {
-            m_logic.stop(*held);
-            refreshStatusMenu();
-        }
-    });
+    };
+    connect(submenu->addAction(QString()), &QAction::triggered, this,
+            [command] { command(&StatusMenuLogic::pauseResume); });
+    connect(submenu->addAction(tr("Stop")), &QAction::triggered, this,
+            [command] { command(&StatusMenuLogic::stop); });
     submenu->menuAction()->setData(1);
     return submenu;
 }
 
+void StatusMenu::showLine(QMenu *submenu, const StatusMenuLogic::EntryLine &line) {
+    submenu->setTitle(line.title);
+    const bool paused = line.entry->isPaused();
+    // Only a change of state changes the picture (setting one redraws the menu item).
+    if (submenu->property("paused").toInt() != int(paused) + 1) {
+        submenu->setProperty("paused", int(paused) + 1);
+        submenu->setIcon(paused ? m_pauseImage : m_playImage);
+    }
+    submenu->actions().constFirst()->setText(line.pauseTitle);
+}
+
+QRgb StatusMenu::colourKey(const QColor &colour) {
+    return colour.isValid() ? colour.rgba() : 0;
+}
+
 QIcon StatusMenu::colourIcon(const QColor &colour) {
-    const QRgb key = colour.isValid() ? colour.rgba() : 0;
+    const QRgb key = colourKey(colour);
     auto found = m_colourIcons.constFind(key);
     if (found == m_colourIcons.cend())
         found = m_colourIcons.insert(

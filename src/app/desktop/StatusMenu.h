@@ -29,8 +29,8 @@ public:
     // Puts the icon into the tray (when the preference asks for it) and fills the menu.
     void activate();
     void deactivate();
-    // Rebuilds the projects' submenu and the timers' items, and the tooltip; nothing while the
-    // preference is off.
+    // Brings the projects' submenu, the timers' items and the tooltip up to date; nothing while
+    // the preference is off.
     void refreshStatusMenu();
 
     QMenu *menu() const { return m_menu; }
@@ -44,9 +44,15 @@ signals:
     void quitWanted();
 
 private:
+    static QRgb colourKey(const QColor &colour);
     QIcon colourIcon(const QColor &colour);
     void fillProjects();
-    QMenu *entryMenu(const StatusMenuLogic::EntryLine &line);
+    void startTimer(QAction *item);
+    // An item for a timer, with its pause or resume and stop commands for the timer shown at its
+    // place.
+    QMenu *entryMenu();
+    // Titles the timer's item and its pause or resume command.
+    void showLine(QMenu *submenu, const StatusMenuLogic::EntryLine &line);
 
     Preferences &m_preferences;
     StatusMenuLogic &m_logic;
@@ -54,6 +60,8 @@ private:
     QMenu *m_menu;
     QAction *m_startTimer;
     QList<QMenu *> m_entryMenus;
+    QList<std::weak_ptr<Entry>> m_shownEntries;
+    QList<std::weak_ptr<Project>> m_shownProjects;
     QHash<QRgb, QIcon> m_colourIcons;
     QIcon m_playImage;
     QIcon m_pauseImage;
