@@ -25,6 +25,8 @@ constexpr int openingHeight = MiniWindowLogic::rowHeight * MiniWindowLogic::open
 // Lines start 15 pixels from the left and leave the arrows' column free on the right.
 constexpr int lineLeft = 15;
 constexpr int lineNarrowing = 48;
+constexpr int arrowsLeft = panelWidth - lineNarrowing + 14;
+constexpr int selectorLeft = 6;
 
 QToolButton *arrowButton(Qt::ArrowType arrow, const QString &name, QWidget *parent) {
     auto *button = new QToolButton(parent);
@@ -68,12 +70,12 @@ MiniWindow::MiniWindow(ProjectCollection &collection, QWidget *parent)
 
     m_opening->setGeometry(0, titleHeight + openingMargin, panelWidth, openingHeight);
     // The selection bar ends before the arrows' column.
-    m_selector->setGeometry(6, 0, panelWidth - lineNarrowing + 12 - 6, MiniWindowLogic::rowHeight);
+    m_selector->setGeometry(selectorLeft, 0, arrowsLeft - 2 - selectorLeft,
+                            MiniWindowLogic::rowHeight);
     m_selector->setStyleSheet(u"background: rgba(255, 255, 255, 45); border-radius: 5px;"_s);
     m_emptyText->setGeometry(0, 0, panelWidth, openingHeight);
     m_emptyText->setAlignment(Qt::AlignCenter);
     m_emptyText->setStyleSheet(u"color: #9a9a9a;"_s);
-    const int arrowsLeft = panelWidth - lineNarrowing + 14;
     m_upButton->move(arrowsLeft, titleHeight + openingMargin + 4);
     m_downButton->move(arrowsLeft, titleHeight + openingMargin + openingHeight - 28);
     connect(m_upButton, &QToolButton::clicked, this, &MiniWindow::up);

@@ -25,12 +25,12 @@ StatusMenu::StatusMenu(Preferences &preferences, StatusMenuLogic &logic, TrayIco
     connect(m_menu->addAction(tr("Show Hourfold")), &QAction::triggered, this,
             &StatusMenu::mainWindowWanted);
     m_startTimer = m_menu->addMenu(new QMenu(tr("Start Timer"), m_menu));
-    m_startTimer->setData(99);
     connect(m_startTimer->menu(), &QMenu::triggered, this, &StatusMenu::startTimer);
     connect(m_menu->addAction(tr("Show Mini Window")), &QAction::triggered, this,
             &StatusMenu::miniWindowWanted);
     connect(m_menu->addAction(tr("Preferences…")), &QAction::triggered, this,
             &StatusMenu::preferencesWanted);
+    // The timers' items go between the two separators (an empty list shows one).
     m_menu->addSeparator();
     m_menu->addSeparator();
     connect(m_menu->addAction(tr("Quit")), &QAction::triggered, this, &StatusMenu::quitWanted);
@@ -125,7 +125,6 @@ QMenu *StatusMenu::entryMenu() {
             [command] { command(&StatusMenuLogic::pauseResume); });
     connect(submenu->addAction(tr("Stop")), &QAction::triggered, this,
             [command] { command(&StatusMenuLogic::stop); });
-    submenu->menuAction()->setData(1);
     return submenu;
 }
 
