@@ -55,7 +55,7 @@ DesktopPresence::DesktopPresence(const Services &services, QWidget *mainWindow)
     connect(&m_preferences, &Preferences::valueChanged, this, &DesktopPresence::preferenceChanged);
     connect(&m_tray, &TrayIcon::clicked, this, &DesktopPresence::trayClicked);
     connect(m_statusMenu.get(), &StatusMenu::mainWindowWanted, this,
-            &DesktopPresence::showMainWindow);
+            &DesktopPresence::chooseMainWindow);
     connect(m_statusMenu.get(), &StatusMenu::miniWindowWanted, this,
             &DesktopPresence::showMiniWindow);
     connect(m_statusMenu.get(), &StatusMenu::preferencesWanted, this,
@@ -133,7 +133,12 @@ void DesktopPresence::trayClicked() {
     if (m_mainWindow->isVisible() && !m_mainWindow->isMinimized())
         m_mainWindow->hide();
     else
-        showMainWindow();
+        chooseMainWindow();
+}
+
+void DesktopPresence::chooseMainWindow() {
+    m_presence.mainWindowChosen();
+    showMainWindow();
 }
 
 void DesktopPresence::quitFromTray() {

@@ -61,6 +61,8 @@ private:
     void timersChanged();
     void preferenceChanged(const QString &key);
     void trayClicked();
+    // The tray's click or command: the main window, and it stays the one that comes back.
+    void chooseMainWindow();
     void quitFromTray();
 
     Preferences &m_preferences;

@@ -30,6 +30,10 @@ WindowPresence::Window WindowPresence::toggleMiniWindow(bool miniWindowVisible) 
     return miniWindowVisible ? Window::Main : Window::Mini;
 }
 
+void WindowPresence::mainWindowChosen() {
+    m_preferences.setObject(false, u"showMiniWindow");
+}
+
 void WindowPresence::mainWindowClosed(bool trayAvailable) {
     if (trayAvailable || m_explained || m_preferences.boolForKey(silencedKey))
         return;

@@ -18,6 +18,8 @@ public:
     // The mini window command: it shows the mini window when that is hidden (and remembers the
     // choice), else the main window.
     Window toggleMiniWindow(bool miniWindowVisible);
+    // The user brought the main window up (the tray): it is the one that comes back from now on.
+    void mainWindowChosen();
     // Called as the main window closes; shows the notice when it is due.
     void mainWindowClosed(bool trayAvailable);
 

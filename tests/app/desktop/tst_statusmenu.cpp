@@ -1,5 +1,6 @@
 #include "DesktopFixture.h"
 
+#include "desktop/MiniWindow.h"
 #include "desktop/StatusMenu.h"
 
 #include <QMenu>
@@ -89,13 +90,19 @@ private slots:
         QCOMPARE(desktop.tray.menu->actions().size(), 8);
     }
 
+    // A click brings the main window in place of the mini window, and it stays the one that
+    // comes back; the next click hides it.
     void trayClickShowsOrHidesTheMainWindow() {
         DesktopFixture desktop;
-        QVERIFY(desktop.mainWindow.isVisible());
-        emit desktop.tray.clicked();
+        desktop.preferences.setObject(true, u"showMiniWindow");
+        desktop.presence->reopen();
         QVERIFY(!desktop.mainWindow.isVisible());
         emit desktop.tray.clicked();
         QVERIFY(desktop.mainWindow.isVisible());
+        QVERIFY(!desktop.presence->miniWindow().isHUDVisible());
+        QVERIFY(!desktop.preferences.boolForKey(u"showMiniWindow"));
+        emit desktop.tray.clicked();
+        QVERIFY(!desktop.mainWindow.isVisible());
     }
 };
 
