@@ -88,7 +88,9 @@ int main(int argc, char *argv[]) {
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
                      [&window] { window.quit(); });
     window.restoreWindowState();
-    window.show();
+    // Start-up may ask questions over the window; with the mini window chosen, that one comes.
+    if (!preferences.boolForKey(u"showMiniWindow"))
+        window.show();
     window.startUp(files.isEmpty());
     for (const QString &file : std::as_const(files))
         window.controller().openFile(file);

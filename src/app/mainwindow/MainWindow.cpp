@@ -3,6 +3,7 @@
 #include "ProjectListModel.h"
 #include "ProjectListView.h"
 #include "customers/CustomerSideBar.h"
+#include "desktop/DesktopPresence.h"
 #include "details/AttachmentOpenPanel.h"
 #include "details/AttachmentsPanel.h"
 #include "details/DetailsPane.h"
@@ -76,7 +77,13 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     , m_toolbar(*new MainWindowToolbar(services.preferences, m_actions, m_filters.filterPopUp(),
                                        m_filters.searchField(), this))
     , m_drawer(*new MainWindowDrawer(services.preferences, m_details,
-                                     m_actions.action(u"toggleDrawer:"_s), this)) {
+                                     m_actions.action(u"toggleDrawer:"_s), this))
+    , m_presence(new DesktopPresence({services.preferences, services.collection, services.alerts,
+                                      [&customers = services.customers](int id) {
+                                          const auto customer = customers.customerWithID(id);
+                                          return customer ? customer->color() : QColor();
+                                      }},
+                                     this)) {
     setObjectName(u"MainWindow"_s);
     setUnifiedTitleAndToolBarOnMac(true);
     m_model->setCustomerStorage(&services.customers);
@@ -127,13 +134,13 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     connect(m_controller, &ProjectController::currentFilenameChanged, this,
             &MainWindow::updateTitle);
     connect(m_controller, &ProjectController::documentReplaced, this, &MainWindow::documentChanged);
-    connect(m_controller, &ProjectController::mainWindowWanted, this, [this] {
-        show();
-        raise();
-        activateWindow();
-    });
+    connect(m_controller, &ProjectController::mainWindowWanted, m_presence,
+            &DesktopPresence::showMainWindow);
     // Only running durations change with the clock; the totals change with the document.
     connect(m_controller, &ProjectController::refresh, m_model, &ProjectListModel::refreshRunning);
+    connect(m_controller, &ProjectController::refresh, m_presence, &DesktopPresence::refresh);
+    connect(m_presence, &DesktopPresence::preferencesWanted, this, &MainWindow::showPreferences);
+    connect(m_presence, &DesktopPresence::quitWanted, this, &MainWindow::quit);
     connect(m_controller, &ProjectController::quitAnswered, this, [this](bool quit) {
         if (quit)
             terminate();
@@ -191,6 +198,7 @@ void MainWindow::connectCommands() {
     on("openTagsEditor:", m_tagEditor, &TagEditorPanel::openTagsEditor);
     on("toggleDropBox:", m_customerBar, &CustomerSideBar::toggleDropBox);
     on("toggleQuickFilters:", &m_filters, &MainWindowFilters::toggleQuickFilterBar);
+    on("toggleMiniWindow:", m_presence, &DesktopPresence::toggleMiniWindow);
     on("runToolbarCustomizationPalette:", &m_toolbar, &MainWindowToolbar::customize);
     on("showPreferences:", this, &MainWindow::showPreferences);
     on("orderFrontStandardAboutPanel:", this, &MainWindow::showAbout);
@@ -236,6 +244,7 @@ void MainWindow::startUp(bool reopenLastFile) {
     m_filters.load();
     m_controller->setStartingUp(false);
     updateCommandStates();
+    m_presence->start();
 }
 
 void MainWindow::preferenceChanged(const QString &key) {
@@ -452,9 +461,11 @@ void MainWindow::terminate() {
 }
 
 void MainWindow::openFiles(const QStringList &files) {
-    show();
-    raise();
-    activateWindow();
+    // A launch without a file asks for the program to come back.
+    if (files.isEmpty())
+        m_presence->reopen();
+    else
+        m_presence->showMainWindow();
     for (const QString &file : files)
         m_controller->openFile(file);
 }
@@ -464,9 +475,9 @@ void MainWindow::closeEvent(QCloseEvent *event) {
         event->accept();
         return;
     }
-    // Without a place in the panel to come back from, closing the window is quitting.
+    // The program keeps running with its timers; Quit ends it.
     event->ignore();
-    quit();
+    m_presence->mainWindowClosed();
 }
 
 void MainWindow::changeEvent(QEvent *event) {

@@ -17,6 +17,7 @@ class AttachmentsPanel;
 class CurrencyFormatter;
 class CustomerSideBar;
 class CustomerStorage;
+class DesktopPresence;
 class DesktopServices;
 class DetailsPane;
 class EntrySheet;
@@ -79,6 +80,7 @@ public:
     DetailsPane *detailsPane() const { return m_details; }
     CustomerSideBar *customerSideBar() const { return m_customerBar; }
     AttachmentsPanel *attachmentsPanel() const { return m_attachments; }
+    DesktopPresence &desktopPresence() const { return *m_presence; }
     EntrySheet *entrySheet() const { return m_entrySheet; }
     ProjectSheet *projectSheet() const { return m_projectSheet; }
     FlatFeeSheet *flatFeeSheet() const { return m_flatFeeSheet; }
@@ -167,6 +169,7 @@ private:
     MainWindowActions &m_actions;
     MainWindowToolbar &m_toolbar;
     MainWindowDrawer &m_drawer;
+    DesktopPresence *m_presence;
     bool m_terminated = false;
     bool m_attachmentsPlaced = false;
 };

@@ -64,6 +64,8 @@ MainWindowActions::MainWindowActions(QUndoStack *undo, QWidget *window)
         add(u"toggleDropBox:"_s, tr("&Customers"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
     customers->setCheckable(true);
     customers->setChecked(true);
+    add(u"toggleMiniWindow:"_s, tr("&Mini Window"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M),
+        u"ico_mini_window"_s);
     add(u"toggleQuickFilters:"_s, tr("&Quick Filters"), {})->setCheckable(true);
     add(u"runToolbarCustomizationPalette:"_s, tr("Customize &Toolbar…"), {});
     QAction *preferences =
@@ -127,7 +129,7 @@ void MainWindowActions::buildMenus(QMenuBar *bar, ProjectListView *list,
     QMenu *view = bar->addMenu(tr("&View"));
     fill(view, *this,
          {"toggleDropBox:", "toggleDrawer:", "openAttachments:", "openTagsEditor:",
-          "toggleQuickFilters:"});
+          "toggleQuickFilters:", "toggleMiniWindow:"});
     list->headerMenu()->setTitle(tr("&Columns"));
     view->addMenu(list->headerMenu());
     fill(view, *this, {"", "runToolbarCustomizationPalette:"});

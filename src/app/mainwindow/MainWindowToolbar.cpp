@@ -37,9 +37,9 @@ MainWindowToolbar::MainWindowToolbar(Preferences &preferences, const MainWindowA
 }
 
 QStringList MainWindowToolbar::availableItems() {
-    return {u"AddProject"_s, u"AddEntry"_s, u"AddFlatFeeEntry"_s, u"Delete"_s,
-            u"Edit"_s,       u"Details"_s,  u"Pause"_s,           u"Resume"_s,
-            u"Stop"_s,       u"Filters"_s,  u"Search"_s,          u"Attachments"_s};
+    return {u"AddProject"_s, u"AddEntry"_s,   u"AddFlatFeeEntry"_s, u"Delete"_s, u"Edit"_s,
+            u"Details"_s,    u"Pause"_s,      u"Resume"_s,          u"Stop"_s,   u"Filters"_s,
+            u"Search"_s,     u"MiniWindow"_s, u"Attachments"_s};
 }
 
 void MainWindowToolbar::setup() {

@@ -6,6 +6,8 @@
 #include "ProjectListModel.h"
 #include "ProjectListView.h"
 #include "customers/CustomerSideBar.h"
+#include "desktop/DesktopPresence.h"
+#include "desktop/MiniWindow.h"
 #include "details/AttachmentsPanel.h"
 #include "details/DetailsPane.h"
 #include "editors/EntrySheet.h"
@@ -81,10 +83,8 @@ private slots:
         startWindow();
         QCOMPARE(m_window->windowTitle(), u"untitled[*] — Hourfold"_s);
         QCOMPARE(m_window->listModel()->rowCount(), 0);
-        // The default arrangement, without the mini window's item this window cannot show.
-        QStringList shown = ToolbarItems::defaultItemIdentifiers();
+        const QStringList shown = ToolbarItems::defaultItemIdentifiers();
         QCOMPARE(m_preferences->objectForKey(u"TB Item Identifiers"_s).toStringList(), shown);
-        shown.removeAll(u"MiniWindow"_s);
         QCOMPARE(m_window->toolbarItemIdentifiers(), shown);
     }
 
@@ -209,17 +209,37 @@ private slots:
             QCOMPARE(m_preferences->stringForKey(u"lastVersion"), QStringLiteral(HOURFOLD_VERSION));
     }
 
-    void closingTheWindowQuitsUntitledOnlyAfterTheSavePanel() {
+    void quittingUntitledWaitsForTheSavePanel() {
         startWindow();
         m_collection->addProject(sampleProjects().constFirst());
         QSignalSpy terminated(m_window.get(), &MainWindow::terminated);
         m_user.answers = {0};
-        m_window->close();
+        m_window->quit();
         QVERIFY(m_user.savePanel);
         QCOMPARE(terminated.size(), 0);
         m_user.endSavePanel(m_folder->filePath(u"named.projects"_s));
         QCOMPARE(terminated.size(), 1);
         QCOMPARE(ProjectFile::load(m_folder->filePath(u"named.projects"_s)).projects.size(), 1);
+    }
+
+    // Without a tray, the first close of a run says once that the timers go on; a launch without
+    // a file brings back the window "showMiniWindow" names.
+    void closingTheWindowKeepsTheTimersRunning() {
+        startWindow(m_file);
+        const auto entry = m_collection->startTimerInProject(m_collection->projectArray().first());
+        QSignalSpy terminated(m_window.get(), &MainWindow::terminated);
+        m_window->close();
+        m_window->close();
+        QVERIFY(!m_window->isVisible());
+        QCOMPARE(terminated.size(), 0);
+        QVERIFY(entry->isWorking());
+        QCOMPARE(m_user.messages(), QStringList{u"Hourfold keeps running."_s});
+        m_window->openFiles({});
+        QVERIFY(m_window->isVisible());
+        m_preferences->setObject(true, u"showMiniWindow");
+        m_window->openFiles({});
+        QVERIFY(m_window->desktopPresence().miniWindow().isHUDVisible());
+        QVERIFY(!m_window->isVisible());
     }
 
     void aFailedSaveShowsAPersistentWarning() {
@@ -285,13 +305,11 @@ private slots:
             u"TB Item Identifiers"_s);
         m_preferences->setObject(u"3.1.0"_s, u"lastVersion");
         startWindow();
-        // 3.1.0 brings "Attachments" in after "Edit" (missing here: at the end); the mini
-        // window's item is kept in the arrangement although this window cannot show it.
-        QCOMPARE(m_preferences->objectForKey(u"TB Item Identifiers"_s).toStringList(),
-                 (QStringList{u"Details"_s, u"AddEntry"_s, u"MiniWindow"_s, u"Delete"_s,
-                              u"Attachments"_s}));
-        QCOMPARE(m_window->toolbarItemIdentifiers(),
-                 (QStringList{u"Details"_s, u"AddEntry"_s, u"Delete"_s, u"Attachments"_s}));
+        // 3.1.0 brings "Attachments" in after "Edit" (missing here: at the end).
+        const QStringList arranged{u"Details"_s, u"AddEntry"_s, u"MiniWindow"_s, u"Delete"_s,
+                                   u"Attachments"_s};
+        QCOMPARE(m_preferences->objectForKey(u"TB Item Identifiers"_s).toStringList(), arranged);
+        QCOMPARE(m_window->toolbarItemIdentifiers(), arranged);
     }
 
     // The action column's segments: an entry resumes, pauses and stops; a project starts a
