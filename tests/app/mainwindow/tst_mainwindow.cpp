@@ -158,25 +158,6 @@ private slots:
         QVERIFY(!customers->isChecked());
     }
 
-    // The prompts and their answers are the controller's (tested with it): here, that the command
-    // reaches it and the list follows.
-    void newAsksAboutUnsavedChanges() {
-        startWindow();
-        m_collection->addProject(sampleProjects().constFirst());
-        m_user.answers = {2};
-        m_window->commandAction(u"newDatabase:"_s)->trigger();
-        QCOMPARE(m_user.messages(), QStringList{u"Do you want to save your changes?"_s});
-        QCOMPARE(m_window->listModel()->rowCount(), 0);
-    }
-
-    void openThroughThePanel() {
-        startWindow();
-        m_window->commandAction(u"load:"_s)->trigger();
-        m_user.endOpenPanel(m_file);
-        QCOMPARE(m_window->listModel()->rowCount(), 2);
-        QCOMPARE(m_window->windowTitle(), u"work.projects[*] — Hourfold"_s);
-    }
-
     void quitPrompt_data() {
         QTest::addColumn<int>("answer");
         QTest::addColumn<bool>("ended");
