@@ -160,8 +160,6 @@ private slots:
         };
         QTest::newRow("day entry") << 3 << dayEntryOf << dayPage(u"November 20, 2026"_s);
         QTest::newRow("day entry, short dates") << 1 << dayEntryOf << dayPage(u"11/20/26"_s);
-        QTest::newRow("day entry, full dates")
-            << 4 << dayEntryOf << dayPage(u"Friday, November 20, 2026"_s);
 
         QTest::newRow("flat fee") << 3 << PageOf([](const DetailsPage &pages) {
             auto fee = flatFee(u"19.11.2026"_s, 1234.5f);
