@@ -80,6 +80,8 @@ private slots:
         QTEST(control.timeSeparator(), "separator");
     }
 
+    // Both ways: the 24-hour hour shown on the clock, and the shown hour with its half of the
+    // day back to the 24-hour clock.
     void hourConversions_data() {
         QTest::addColumn<QString>("timeFormat");
         QTest::addColumn<int>("hour");
@@ -94,8 +96,6 @@ private slots:
         QTest::newRow("type 3 noon") << u"%M %p"_s << 12 << 0 << true;
         QTest::newRow("type 3 evening") << u"%M %p"_s << 23 << 11 << true;
     }
-    // Both ways: the 24-hour hour shown on the clock, and the shown hour with its half of the
-    // day back to the 24-hour clock.
     void hourConversions() {
         QFETCH(QString, timeFormat);
         QFETCH(int, hour);
