@@ -23,11 +23,8 @@
 
 namespace {
 
-template <typename T> T *control(PreferencesWindow &window, const QString &name) {
-    T *widget = window.findChild<T *>(name);
-    if (!widget)
-        qFatal("no control %s", qPrintable(name));
-    return widget;
+template <typename T> T *control(QWidget &window, const QString &name) {
+    return SheetFixture::control<T>(window, name);
 }
 
 // The controls of the preferences window that hold a setting; each is named after its key, a
@@ -181,7 +178,6 @@ private slots:
     void dateStyleRows() {
         QFETCH(int, listDateFormat);
         QFETCH(int, row);
-        QFETCH(QString, title);
         QCOMPARE(PreferencesForm::rowOfDateFormat(listDateFormat), row);
         if (listDateFormat >= 1 && listDateFormat <= 4)
             QCOMPARE(PreferencesForm::dateFormatOfRow(row), listDateFormat);
@@ -189,7 +185,7 @@ private slots:
         PreferencesWindow window(m_fixture->preferences, m_fixture->collection,
                                  m_fixture->currency);
         auto *button = control<QRadioButton>(window, u"listDateFormat"_s + QString::number(row));
-        QCOMPARE(button->text(), title);
+        QTEST(button->text(), "title");
         QVERIFY(button->isChecked());
     }
 
@@ -236,12 +232,11 @@ private slots:
     void settingsTakeInputOnlyWhenTheyApply() {
         QFETCH(QVariantMap, given);
         QFETCH(QString, name);
-        QFETCH(bool, enabled);
         PreferencesWindow window(m_fixture->preferences, m_fixture->collection,
                                  m_fixture->currency);
         for (auto it = given.cbegin(); it != given.cend(); ++it)
             m_fixture->preferences.setObject(it.value(), it.key());
-        QCOMPARE(control<QWidget>(window, name)->isEnabled(), enabled);
+        QTEST(control<QWidget>(window, name)->isEnabled(), "enabled");
     }
 
     void aNormalWindowThatEscapeCloses() {
