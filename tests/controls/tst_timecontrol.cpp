@@ -80,6 +80,8 @@ private slots:
         QTEST(control.timeSeparator(), "separator");
     }
 
+    // Both ways: the 24-hour hour shown on the clock, and the shown hour with its half of the
+    // day back to the 24-hour clock.
     void hourConversions_data() {
         QTest::addColumn<QString>("timeFormat");
         QTest::addColumn<int>("hour");
@@ -94,8 +96,6 @@ private slots:
         QTest::newRow("type 3 noon") << u"%M %p"_s << 12 << 0 << true;
         QTest::newRow("type 3 evening") << u"%M %p"_s << 23 << 11 << true;
     }
-    // Both ways: the 24-hour hour shown on the clock, and the shown hour with its half of the
-    // day back to the 24-hour clock.
     void hourConversions() {
         QFETCH(QString, timeFormat);
         QFETCH(int, hour);
@@ -117,49 +117,40 @@ private slots:
         QTest::addColumn<QTime>("maximum");
         QTest::addColumn<QString>("expected");
         QTest::addColumn<int>("beeps");
-        const QTime none;
         const int hour = WBTimeControl::HourField, minute = WBTimeControl::MinuteField;
-        QTest::newRow("minute wrap moves the hour back and rounds down")
-            << u"%H:%M"_s << QTime(10, 0) << 15 << 0 << minute << u"-"_s << none << none
-            << u"09:45:00"_s << 0;
-        QTest::newRow("minute wrap at midnight") << u"%H:%M"_s << QTime(0, 0) << 15 << 0 << minute
-                                                 << u"-"_s << none << none << u"23:45:00"_s << 0;
-        QTest::newRow("minute wrap without rounding keeps the hour")
-            << u"%H:%M"_s << QTime(10, 0) << 0 << 0 << minute << u"-"_s << none << none
-            << u"10:59:00"_s << 0;
-        QTest::newRow("minute up rounds up") << u"%H:%M"_s << QTime(10, 7) << 15 << 0 << minute
-                                             << u"+"_s << none << none << u"10:15:00"_s << 0;
-        QTest::newRow("minute down rounds down") << u"%H:%M"_s << QTime(10, 8) << 15 << 1 << minute
-                                                 << u"-"_s << none << none << u"10:00:00"_s << 0;
-        QTest::newRow("rounding up carries into the hour")
-            << u"%H:%M"_s << QTime(10, 50) << 15 << 0 << minute << u"+"_s << none << none
-            << u"11:00:00"_s << 0;
-        QTest::newRow("rounding up past midnight wraps")
-            << u"%H:%M"_s << QTime(23, 50) << 15 << 0 << minute << u"+"_s << none << none
-            << u"00:00:00"_s << 0;
-        QTest::newRow("minute up wrap rounds down")
-            << u"%H:%M"_s << QTime(10, 59) << 15 << 0 << minute << u"+"_s << none << none
-            << u"10:00:00"_s << 0;
-        QTest::newRow("hour wraps") << u"%H:%M"_s << QTime(23, 5) << 15 << 0 << hour << u"+"_s
-                                    << none << none << u"00:05:00"_s << 0;
-        QTest::newRow("morning to afternoon and back")
-            << u"%I:%M %p"_s << QTime(9, 30) << 0 << 0 << int(WBTimeControl::MeridianField)
-            << u"+"_s << none << none << u"21:30:00"_s << 0;
-        QTest::newRow("afternoon field twice")
-            << u"%I:%M %p"_s << QTime(9, 30) << 0 << 0 << int(WBTimeControl::MeridianField)
-            << u"++"_s << none << none << u"09:30:00"_s << 0;
-        QTest::newRow("above the maximum beeps")
-            << u"%H:%M"_s << QTime(17, 0) << 0 << 0 << hour << u"+"_s << none << QTime(17, 30)
-            << u"17:00:00"_s << 1;
-        QTest::newRow("below the minimum beeps")
-            << u"%H:%M"_s << QTime(9, 30) << 5 << 0 << minute << u"--"_s << QTime(9, 30) << none
-            << u"09:30:00"_s << 2;
-        QTest::newRow("at the maximum is inside")
-            << u"%H:%M"_s << QTime(16, 30) << 0 << 0 << hour << u"+"_s << none << QTime(17, 30)
-            << u"17:30:00"_s << 0;
-        QTest::newRow("afternoon beyond the maximum")
-            << u"%I:%M %p"_s << QTime(9, 0) << 0 << 0 << int(WBTimeControl::MeridianField) << u"+"_s
-            << none << QTime(18, 0) << u"09:00:00"_s << 1;
+        const int half = WBTimeControl::MeridianField;
+        const auto row = [](const char *name, const QString &timeFormat, QTime start, int roundTo,
+                            int roundType, int field, const QString &steps, QTime minimum,
+                            QTime maximum, const QString &expected, int beeps) {
+            QTest::newRow(name) << timeFormat << start << roundTo << roundType << field << steps
+                                << minimum << maximum << expected << beeps;
+        };
+        const QString h24 = u"%H:%M"_s, h12 = u"%I:%M %p"_s, up = u"+"_s, down = u"-"_s;
+        row("minute wrap moves the hour back and rounds down", h24, {10, 0}, 15, 0, minute, down,
+            {}, {}, u"09:45:00"_s, 0);
+        row("minute wrap at midnight", h24, {0, 0}, 15, 0, minute, down, {}, {}, u"23:45:00"_s, 0);
+        row("minute wrap without rounding keeps the hour", h24, {10, 0}, 0, 0, minute, down, {}, {},
+            u"10:59:00"_s, 0);
+        row("minute up rounds up", h24, {10, 7}, 15, 0, minute, up, {}, {}, u"10:15:00"_s, 0);
+        row("minute down rounds down", h24, {10, 8}, 15, 1, minute, down, {}, {}, u"10:00:00"_s, 0);
+        row("rounding up carries into the hour", h24, {10, 50}, 15, 0, minute, up, {}, {},
+            u"11:00:00"_s, 0);
+        row("rounding up past midnight wraps", h24, {23, 50}, 15, 0, minute, up, {}, {},
+            u"00:00:00"_s, 0);
+        row("minute up wrap rounds down", h24, {10, 59}, 15, 0, minute, up, {}, {}, u"10:00:00"_s,
+            0);
+        row("hour wraps", h24, {23, 5}, 15, 0, hour, up, {}, {}, u"00:05:00"_s, 0);
+        row("morning to afternoon and back", h12, {9, 30}, 0, 0, half, up, {}, {}, u"21:30:00"_s,
+            0);
+        row("afternoon field twice", h12, {9, 30}, 0, 0, half, u"++"_s, {}, {}, u"09:30:00"_s, 0);
+        row("above the maximum beeps", h24, {17, 0}, 0, 0, hour, up, {}, {17, 30}, u"17:00:00"_s,
+            1);
+        row("below the minimum beeps", h24, {9, 30}, 5, 0, minute, u"--"_s, {9, 30}, {},
+            u"09:30:00"_s, 2);
+        row("at the maximum is inside", h24, {16, 30}, 0, 0, hour, up, {}, {17, 30}, u"17:30:00"_s,
+            0);
+        row("afternoon beyond the maximum", h12, {9, 0}, 0, 0, half, up, {}, {18, 0}, u"09:00:00"_s,
+            1);
     }
     void stepping() {
         QFETCH(QString, timeFormat);
@@ -202,53 +193,41 @@ private slots:
         QTest::addColumn<bool>("accepted");
         QTest::addColumn<QString>("expected"); // after editing ends
         const int hour = WBTimeControl::HourField, minute = WBTimeControl::MinuteField;
-        const QTime none;
-        QTest::newRow("afternoon hour takes effect when editing ends")
-            << u"%I:%M %p"_s << QTime(15, 0) << hour << QList<Change>{{0, 2, u"7"_s}}
-            << QList<bool>{true} << 7.0 << none << true << u"19:00:00"_s;
-        QTest::newRow("twelve in the afternoon is noon")
-            << u"%I:%M %p"_s << QTime(15, 0) << hour
-            << QList<Change>{{0, 2, u"1"_s}, {1, 0, u"2"_s}} << QList<bool>{true, true} << 12.0
-            << none << true << u"12:00:00"_s;
-        QTest::newRow("twelve in the morning is midnight")
-            << u"%I:%M %p"_s << QTime(3, 0) << hour << QList<Change>{{0, 2, u"1"_s}, {1, 0, u"2"_s}}
-            << QList<bool>{true, true} << 12.0 << none << true << u"00:00:00"_s;
-        QTest::newRow("hour outside the clock's range is refused")
-            << u"%I:%M %p"_s << QTime(15, 0) << hour
-            << QList<Change>{{0, 2, u"1"_s}, {1, 0, u"3"_s}} << QList<bool>{true, true} << 13.0
-            << none << false << u"15:00:00"_s;
-        QTest::newRow("zero on a 1 to 12 clock is refused")
-            << u"%I:%M %p"_s << QTime(15, 0) << hour << QList<Change>{{0, 2, u"0"_s}}
-            << QList<bool>{true} << 0.0 << none << false << u"15:00:00"_s;
-        QTest::newRow("24-hour clock")
-            << u"%H:%M"_s << QTime(15, 0) << hour << QList<Change>{{0, 2, u"2"_s}, {1, 0, u"1"_s}}
-            << QList<bool>{true, true} << 21.0 << none << true << u"21:00:00"_s;
-        QTest::newRow("minute out of range keeps the stepper")
-            << u"%H:%M"_s << QTime(15, 20) << minute
-            << QList<Change>{{0, 2, u"7"_s}, {1, 0, u"5"_s}} << QList<bool>{true, true} << 20.0
-            << none << false << u"15:20:00"_s;
-        QTest::newRow("letters, a third digit and long replacements are refused")
-            << u"%H:%M"_s << QTime(15, 20) << minute
-            << QList<Change>{{0, 2, u"a"_s}, {2, 0, u"1"_s}, {0, 3, u"1"_s}, {0, 2, u"4"_s}}
-            << QList<bool>{false, false, false, true} << 4.0 << none << true << u"15:04:00"_s;
-        QTest::newRow("deleting leaves zero")
-            << u"%H:%M"_s << QTime(15, 20) << minute << QList<Change>{{0, 2, u""_s}}
-            << QList<bool>{true} << 0.0 << none << true << u"15:00:00"_s;
-        QTest::newRow("typed hour is tested against the bounds before conversion")
-            << u"%I:%M %p"_s << QTime(20, 0) << hour << QList<Change>{{0, 2, u"8"_s}}
-            << QList<bool>{true} << 8.0 << QTime(9, 0) << false << u"20:00:00"_s;
-        QTest::newRow("p switches to the afternoon")
-            << u"%I:%M %p"_s << QTime(9, 0) << int(WBTimeControl::MeridianField)
-            << QList<Change>{{0, 2, u"p"_s}} << QList<bool>{false} << 1.0 << none << true
-            << u"21:00:00"_s;
-        QTest::newRow("p twice stays in the afternoon")
-            << u"%I:%M %p"_s << QTime(9, 0) << int(WBTimeControl::MeridianField)
-            << QList<Change>{{0, 2, u"p"_s}, {0, 2, u"P"_s}} << QList<bool>{false, false} << 1.0
-            << none << true << u"21:00:00"_s;
-        QTest::newRow("A switches to the morning")
-            << u"%I:%M %p"_s << QTime(21, 0) << int(WBTimeControl::MeridianField)
-            << QList<Change>{{0, 2, u"A"_s}, {0, 2, u"x"_s}} << QList<bool>{false, false} << 0.0
-            << none << true << u"09:00:00"_s;
+        const int half = WBTimeControl::MeridianField;
+        const auto row = [](const char *name, const QString &timeFormat, QTime start, int field,
+                            const QList<Change> &changes, const QList<bool> &taken, double stepper,
+                            QTime minimum, bool accepted, const QString &expected) {
+            QTest::newRow(name) << timeFormat << start << field << changes << taken << stepper
+                                << minimum << accepted << expected;
+        };
+        const QString h24 = u"%H:%M"_s, h12 = u"%I:%M %p"_s;
+        row("afternoon hour takes effect when editing ends", h12, {15, 0}, hour, {{0, 2, u"7"_s}},
+            {true}, 7, {}, true, u"19:00:00"_s);
+        row("twelve in the afternoon is noon", h12, {15, 0}, hour, {{0, 2, u"1"_s}, {1, 0, u"2"_s}},
+            {true, true}, 12, {}, true, u"12:00:00"_s);
+        row("twelve in the morning is midnight", h12, {3, 0}, hour,
+            {{0, 2, u"1"_s}, {1, 0, u"2"_s}}, {true, true}, 12, {}, true, u"00:00:00"_s);
+        row("hour outside the clock's range is refused", h12, {15, 0}, hour,
+            {{0, 2, u"1"_s}, {1, 0, u"3"_s}}, {true, true}, 13, {}, false, u"15:00:00"_s);
+        row("zero on a 1 to 12 clock is refused", h12, {15, 0}, hour, {{0, 2, u"0"_s}}, {true}, 0,
+            {}, false, u"15:00:00"_s);
+        row("24-hour clock", h24, {15, 0}, hour, {{0, 2, u"2"_s}, {1, 0, u"1"_s}}, {true, true}, 21,
+            {}, true, u"21:00:00"_s);
+        row("minute out of range keeps the stepper", h24, {15, 20}, minute,
+            {{0, 2, u"7"_s}, {1, 0, u"5"_s}}, {true, true}, 20, {}, false, u"15:20:00"_s);
+        row("letters, a third digit and long replacements are refused", h24, {15, 20}, minute,
+            {{0, 2, u"a"_s}, {2, 0, u"1"_s}, {0, 3, u"1"_s}, {0, 2, u"4"_s}},
+            {false, false, false, true}, 4, {}, true, u"15:04:00"_s);
+        row("deleting leaves zero", h24, {15, 20}, minute, {{0, 2, u""_s}}, {true}, 0, {}, true,
+            u"15:00:00"_s);
+        row("typed hour is tested against the bounds before conversion", h12, {20, 0}, hour,
+            {{0, 2, u"8"_s}}, {true}, 8, {9, 0}, false, u"20:00:00"_s);
+        row("p switches to the afternoon", h12, {9, 0}, half, {{0, 2, u"p"_s}}, {false}, 1, {},
+            true, u"21:00:00"_s);
+        row("p twice stays in the afternoon", h12, {9, 0}, half, {{0, 2, u"p"_s}, {0, 2, u"P"_s}},
+            {false, false}, 1, {}, true, u"21:00:00"_s);
+        row("A switches to the morning", h12, {21, 0}, half, {{0, 2, u"A"_s}, {0, 2, u"x"_s}},
+            {false, false}, 0, {}, true, u"09:00:00"_s);
     }
     void typing() {
         QFETCH(QString, timeFormat);

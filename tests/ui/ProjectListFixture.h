@@ -32,7 +32,6 @@ struct ProjectListFixture {
         customers.visible = {{1, true}, {2, true}};
         collection.setCustomerDirectory(&customers);
         collection.setCurrencyFormatter(&currency);
-
         web = std::make_shared<Project>(u"Web"_s, u"Site relaunch"_s, 60.0f, 0, 0, 0, 1, u""_s);
         auto call = periodEntry(u"02.11.2026 09:00"_s, u"02.11.2026 10:00"_s);
         call->setComment(u"Urgent call"_s);
@@ -51,19 +50,16 @@ struct ProjectListFixture {
         running->setPauseEntries(
             {std::make_shared<PauseEntry>(at(u"22.11.2026 09:30"_s), at(u"22.11.2026 09:40"_s))});
         web->addEntry(running);
-
         app = std::make_shared<Project>(u"App"_s, u""_s, 30.0f, 0, 0, 0, -1, u""_s);
         auto hosting = flatFee(u"05.11.2026"_s, 100.0f);
         hosting->setComment(u"Hosting"_s);
         hosting->addAttachments({u"/tmp/invoice.pdf"_s});
         app->addEntry(hosting);
         app->addEntry(flatFee(u"06.11.2026"_s, 12.5f));
-
         internal = std::make_shared<Project>(u"Internal"_s, u""_s, 0.0f, 0, 0, 0, 2, u""_s);
         auto backup = dayEntry(u"07.11.2026"_s, 60);
         backup->setComment(u"Backup"_s);
         internal->addEntry(backup);
-
         for (const auto &project : {web, app, internal})
             collection.addProject(project);
         collection.undoStack()->clear();

@@ -23,6 +23,8 @@ class TestImages : public QObject {
     Q_OBJECT
 
 private slots:
+    // Every picture the program asks for by name is there, readable through Qt's image reader
+    // at its drawn size, and draws something.
     void loads_data() {
         QTest::addColumn<QString>("name");
         QTest::addColumn<int>("size");
@@ -43,9 +45,6 @@ private slots:
             QTest::newRow(qPrintable(name)) << name << 16;
         QTest::newRow("hourfold") << u"hourfold"_s << 64;
     }
-
-    // Every picture the program asks for by name is there, readable through Qt's image reader
-    // at its drawn size, and draws something.
     void loads() {
         QFETCH(QString, name);
         QFETCH(int, size);

@@ -58,7 +58,6 @@ private slots:
         QTest::newRow("entry") << u"Web"_s << ProjectListPasteboard::entriesType();
         QTest::newRow("flat fee") << u"App"_s << ProjectListPasteboard::flatFeeEntriesType();
     }
-
     void copyPutsItemAndTextOnTheClipboard() {
         QFETCH(QString, project);
         QFETCH(QString, type);
@@ -96,7 +95,6 @@ private slots:
         QVERIFY(
             QApplication::clipboard()->mimeData()->hasFormat(ProjectListPasteboard::entriesType()));
         QCOMPARE(m_view->selectedItem(), next);
-
         // A project goes as a whole; the copy beeps.
         m_view->selectRow(row(u"App"_s));
         m_view->cut();
@@ -138,13 +136,11 @@ private slots:
         QTest::newRow("entry, text") << u"Web"_s << 0 << false << true << false;
         QTest::newRow("flat fee, entry") << u"App"_s << 1 << true << true << true;
     }
-
     void menuValidation() {
         QFETCH(QString, project);
         QFETCH(int, item);
         QFETCH(bool, entryOnClipboard);
         QFETCH(bool, copyAndCut);
-        QFETCH(bool, paste);
         if (entryOnClipboard)
             QApplication::clipboard()->setMimeData(
                 ProjectListPasteboard::copyData(*m_fixture->item(m_fixture->web, 0)));
@@ -154,7 +150,7 @@ private slots:
         QCOMPARE(m_view->hasSelection(), !project.isEmpty());
         QCOMPARE(m_view->canCopy(), copyAndCut);
         QCOMPARE(m_view->canCut(), copyAndCut);
-        QCOMPARE(m_view->canPaste(), paste);
+        QTEST(m_view->canPaste(), "paste");
     }
 
     void contextMenus() {
@@ -200,7 +196,7 @@ private slots:
         QCOMPARE(m_fixture->collection.sortingColumn(), u"Description_Col"_s);
         QCOMPARE(header->sortIndicatorSection(), int(ProjectListModel::DescriptionColumn));
         QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
-        QCOMPARE(m_model->data(row(u"Web"_s, 0).siblingAtColumn(1)).toString(), u"Urgent call"_s);
+        QCOMPARE(m_model->data(row(u"Web"_s, 0, 1)).toString(), u"Urgent call"_s);
         click(ProjectListModel::DescriptionColumn);
         QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
         click(ProjectListModel::DurationColumn);
@@ -213,7 +209,7 @@ private slots:
         m_fixture->preferences.setObject(true, u"useAlternateBackground");
         QVERIFY(m_view->alternatingRowColors());
         m_fixture->preferences.setObject(false, u"useAlternateBackground");
-        const QRect cell = m_view->visualRect(row(u"App"_s, 1).siblingAtColumn(1));
+        const QRect cell = m_view->visualRect(row(u"App"_s, 1, 1));
         const QPoint onLine(cell.center().x(), cell.bottom());
         QCOMPARE(m_view->viewport()->grab().toImage().pixelColor(onLine), QColor(209, 209, 209));
         m_fixture->preferences.setObject(false, u"useGridLines");
@@ -224,29 +220,25 @@ private slots:
         QSignalSpy segments(m_view.get(), &ProjectListView::actionSegmentClicked);
         QSignalSpy doubleClicks(m_view.get(), &ProjectListView::itemDoubleClicked);
         QWidget *viewport = m_view->viewport();
-        const QModelIndex running = row(u"Web"_s, 3).siblingAtColumn(3);
+        const QModelIndex running = row(u"Web"_s, 3, 3);
         const QRect stop = ActionTableColumn::segmentRect(m_view->visualRect(running), 2);
         QTest::mouseClick(viewport, Qt::LeftButton, {}, stop.center());
         QCOMPARE(segments.size(), 1);
         QCOMPARE(segments[0][0].toModelIndex(), running);
         QCOMPARE(segments[0][1].toInt(), 2);
         // A finished entry has no button.
-        QTest::mouseClick(viewport, Qt::LeftButton, {},
-                          center(row(u"Web"_s, 0).siblingAtColumn(3)));
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, center(row(u"Web"_s, 0, 3)));
         QCOMPARE(segments.size(), 1);
-
         const auto review = m_fixture->item(m_fixture->web, 1);
-        const QPoint box = center(row(u"Web"_s, 1).siblingAtColumn(4));
+        const QPoint box = center(row(u"Web"_s, 1, 4));
         QTest::mouseClick(viewport, Qt::LeftButton, {}, box);
         QVERIFY(review->isChecked());
         QTest::mouseDClick(viewport, Qt::LeftButton, {}, box);
         QVERIFY(doubleClicks.isEmpty());
         // Nor does the action column open the editor, even where a row has no button.
-        QTest::mouseDClick(viewport, Qt::LeftButton, {},
-                           center(row(u"Web"_s, 0).siblingAtColumn(3)));
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, center(row(u"Web"_s, 0, 3)));
         QVERIFY(doubleClicks.isEmpty());
-        QTest::mouseDClick(viewport, Qt::LeftButton, {},
-                           center(row(u"Web"_s, 1).siblingAtColumn(1)));
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, center(row(u"Web"_s, 1, 1)));
         QCOMPARE(doubleClicks.size(), 1);
         QCOMPARE(doubleClicks[0][0].toModelIndex(), row(u"Web"_s, 1));
     }
@@ -263,10 +255,10 @@ private slots:
     }
 
 private:
-    QModelIndex row(const QString &project, int item = -1) const {
+    QModelIndex row(const QString &project, int item = -1, int column = 0) const {
         const QModelIndex index =
             m_model->indexOfProject(*m_fixture->collection.projectWithName(project));
-        return item < 0 ? index : m_model->index(item, 0, index);
+        return (item < 0 ? index : m_model->index(item, 0, index)).siblingAtColumn(column);
     }
 
     QPoint center(const QModelIndex &index) const { return m_view->visualRect(index).center(); }

@@ -29,10 +29,11 @@ QString customersOf(const CustomerStorage &storage) {
     return names.join(u", "_s);
 }
 
-QString namesOf(const ProjectList &projects) {
+// The names of the projects or customers, in order.
+template <typename List> QString namesOf(const List &list) {
     QStringList names;
-    for (const auto &project : projects)
-        names << project->name();
+    for (const auto &element : list)
+        names << element->name();
     return names.join(u", "_s);
 }
 
@@ -86,6 +87,7 @@ private slots:
         QCOMPARE(m_bar->model()->headerData(1, Qt::Horizontal).toString(), u"Customers"_s);
     }
 
+    // The check boxes decide which projects the list shows.
     void visibility_data() {
         QTest::addColumn<QString>("initial"); // check marks of ACME, Bolt
         QTest::addColumn<QString>("command"); // "box", "name", or a menu action
@@ -106,14 +108,10 @@ private slots:
         QTest::newRow("uncheck others")
             << u"11"_s << u"uncheckOthers:"_s << 0 << u"10"_s << u"Alpha, Beta"_s;
     }
-
-    // The check boxes decide which projects the list shows.
     void visibility() {
         QFETCH(QString, initial);
         QFETCH(QString, command);
         QFETCH(int, row);
-        QFETCH(QString, marks);
-        QFETCH(QString, projects);
         CustomerStorage &customers = m_fixture->customers;
         for (int i = 0; i < 2; ++i)
             customers.customerWithIndex(i)->setVisible(initial[i] == u'1');
@@ -127,32 +125,32 @@ private slots:
             QVERIFY(action && action->isEnabled());
             action->trigger();
         }
-        QCOMPARE(checkMarks(customers), marks);
-        QCOMPARE(namesOf(m_fixture->collection.visibleProjects()), projects);
+        QTEST(checkMarks(customers), "marks");
+        QTEST(namesOf(m_fixture->collection.visibleProjects()), "projects");
     }
 
+    // Check others, uncheck others, edit and delete need a selected customer; check all and none
+    // do not. A click below the rows clears the selection.
     void menuNeedsSelection_data() {
         QTest::addColumn<int>("row");
         QTest::addColumn<bool>("enabled");
         QTest::newRow("on a row") << 1 << true;
         QTest::newRow("below the rows") << -1 << false;
     }
-
-    // Check others, uncheck others, edit and delete need a selected customer; check all and none
-    // do not. A click below the rows clears the selection.
     void menuNeedsSelection() {
         QFETCH(int, row);
-        QFETCH(bool, enabled);
         m_bar->setCurrentCustomer(1);
         QMenu *menu = m_bar->menuForEvent(cellCenter(row, 1));
         QCOMPARE(m_bar->selectedCustomerIndex(), row);
         for (const QString &name :
              {u"checkOthers:"_s, u"uncheckOthers:"_s, u"editCustomer:"_s, u"deleteCustomer:"_s})
-            QCOMPARE(menu->findChild<QAction *>(name)->isEnabled(), enabled);
+            QTEST(menu->findChild<QAction *>(name)->isEnabled(), "enabled");
         for (const QString &name : {u"checkAll:"_s, u"checkNone:"_s})
             QVERIFY(menu->findChild<QAction *>(name)->isEnabled());
     }
 
+    // The check box is drawn in the customer's colour, with a check mark that stands out from
+    // it only while the customer's projects are shown.
     void checkBoxColour_data() {
         QTest::addColumn<QColor>("color");
         QTest::addColumn<bool>("visible");
@@ -161,9 +159,6 @@ private slots:
         QTest::newRow("yellow, checked") << QColor(Qt::yellow) << true << QColor(0x20, 0x20, 0x20);
         QTest::newRow("navy, unchecked") << QColor(0, 0, 128) << false << QColor();
     }
-
-    // The check box is drawn in the customer's colour, with a check mark that stands out from
-    // it only while the customer's projects are shown.
     void checkBoxColour() {
         QFETCH(QColor, color);
         QFETCH(bool, visible);
@@ -183,10 +178,8 @@ private slots:
         QVERIFY2(distance(body, color) < 60, qPrintable(body.name()));
         // On the long stroke of the check mark.
         const QColor corner = box.pixelColor(QPoint(9, 7) * ratio);
-        if (visible)
-            QVERIFY2(distance(corner, mark) < 40, qPrintable(corner.name()));
-        else
-            QVERIFY2(distance(corner, color) < 60, qPrintable(corner.name()));
+        QVERIFY2(distance(corner, visible ? mark : color) < (visible ? 40 : 60),
+                 qPrintable(corner.name()));
     }
 
     // Choosing a customer shows its details; so does a click on its name. The main window making
@@ -199,7 +192,6 @@ private slots:
         selected.clear();
         QTest::mouseClick(m_bar->table()->viewport(), Qt::LeftButton, {}, cellCenter(1, 1));
         QCOMPARE(selected.size(), 1);
-
         m_bar->showProject(m_fixture->alpha.get());
         QCOMPARE(m_bar->selectedCustomer()->name(), u"ACME"_s);
         QCOMPARE(m_bar->dropBox()->project(), m_fixture->alpha);
@@ -208,7 +200,6 @@ private slots:
         m_bar->setCurrentCustomer(2);
         QCOMPARE(m_bar->selectedCustomer()->name(), u"Bolt"_s);
         QCOMPARE(selected.size(), 1);
-
         QTest::mouseClick(m_bar->table()->viewport(), Qt::LeftButton, {}, cellCenter(-1, 1));
         QCOMPARE(selected.size(), 2);
         QVERIFY(!selected.last().at(0).value<Customer::Pointer>());
@@ -267,7 +258,6 @@ private slots:
         QCOMPARE(m_bar->model()->supportedDragActions(), Qt::CopyAction);
         // Dropped back on the table it does nothing.
         QVERIFY(!dragOnto(m_bar->table()->viewport(), *data, cellCenter(0, 1)).dropped);
-
         ProjectListModel list(m_fixture->collection, m_fixture->preferences, m_fixture->currency);
         const QModelIndex beta = list.index(1, 0);
         QCOMPARE(list.projectAt(beta), m_fixture->beta);
@@ -276,6 +266,8 @@ private slots:
         delete data;
     }
 
+    // Address cards dropped on the table become customers, as one undo step; the first new one
+    // is selected. Files that are no card files are refused.
     void cardDrops_data() {
         QTest::addColumn<QString>("form"); // the MIME type, or the suffix of the files
         QTest::addColumn<QList<QByteArray>>("cards");
@@ -297,13 +289,9 @@ private slots:
             << u"txt"_s << QList<QByteArray>{organisationCard()} << u"ACME, Bolt"_s << QSize()
             << QString();
     }
-
-    // Address cards dropped on the table become customers, as one undo step; the first new one
-    // is selected. Files that are no card files are refused.
     void cardDrops() {
         QFETCH(QString, form);
         QFETCH(QList<QByteArray>, cards);
-        QFETCH(QString, customers);
         QFETCH(QSize, picture);
         QFETCH(QString, selected);
         QMimeData data;
@@ -324,10 +312,7 @@ private slots:
             QTest::ignoreMessage(QtWarningMsg, "the dropped data holds no address card");
         QCOMPARE(dragOnto(m_bar->table()->viewport(), data, cellCenter(-1, 1)).dropped,
                  !selected.isEmpty());
-        QStringList names;
-        for (const auto &customer : m_fixture->customers.customers())
-            names << customer->name();
-        QCOMPARE(names.join(u", "_s), customers);
+        QTEST(namesOf(m_fixture->customers.customers()), "customers");
         if (selected.isEmpty())
             return;
         QCOMPARE(m_bar->selectedCustomer()->name(), selected);
@@ -345,7 +330,6 @@ private slots:
         QVERIFY(m_fixture->preferences.boolForKey(u"isDropBoxHidden"));
         QCOMPARE(changed.size(), 1);
         QCOMPARE(changed.last().at(0).toBool(), true);
-
         QWidget window;
         CustomerSideBar next(m_fixture->customers, m_fixture->collection, m_fixture->preferences,
                              m_fixture->user, &window);
@@ -354,13 +338,14 @@ private slots:
         QVERIFY(next.isDropBoxHidden());
         window.show();
         QVERIFY(!next.isVisible());
-
         m_bar->showDropBox();
         QVERIFY(m_bar->isVisible());
         QVERIFY(!m_fixture->preferences.boolForKey(u"isDropBoxHidden"));
         QCOMPARE(changed.last().at(0).toBool(), false);
     }
 
+    // + opens the sheet; its rules are CustomerSheet's (tested headless): here, that the dialog
+    // shows them, that Return reaches them, and that the side bar selects the new customer.
     void sheetCreates_data() {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QStringList>("alerts");
@@ -373,12 +358,8 @@ private slots:
         QTest::newRow("taken: warning line, sheet stays")
             << u"Bolt"_s << QStringList() << true << u"ACME#1, Bolt#2"_s;
     }
-
-    // + opens the sheet; its rules are CustomerSheet's (tested headless): here, that the dialog
-    // shows them, that Return reaches them, and that the side bar selects the new customer.
     void sheetCreates() {
         QFETCH(QString, name);
-        QFETCH(bool, warning);
         QSignalSpy saved(m_sheet, &CustomerSheetDialog::customerSaved);
         QTest::mouseClick(m_bar->findChild<QToolButton *>(u"addCustomerButton"_s), Qt::LeftButton);
         QCOMPARE(m_sheet->windowModality(), Qt::WindowModal);
@@ -389,9 +370,8 @@ private slots:
         auto *field = control<QLineEdit>(u"customerNameTextField"_s);
         SheetFixture::type(field, name);
         QTest::keyClick(field, Qt::Key_Return);
-
         QTEST(m_fixture->user.messages(), "alerts");
-        QCOMPARE(warningLine->isVisible(), warning);
+        QTEST(warningLine->isVisible(), "warning");
         QCOMPARE(warningLine->text(), u"A customer with this name already exists."_s);
         QTEST(customersOf(m_fixture->customers), "customers");
         const bool created = saved.size() == 1;
@@ -432,6 +412,8 @@ private slots:
         QCOMPARE(m_fixture->customers.customerWithID(2)->color(), QColor(0, 0x80, 0x40));
     }
 
+    // A picture dropped on the well becomes the customer's when the sheet is accepted; the
+    // remove button is enabled while there is one.
     void sheetImageWell_data() {
         QTest::addColumn<QString>("form"); // how the picture comes
         QTest::addColumn<bool>("taken");
@@ -440,9 +422,6 @@ private slots:
         QTest::newRow("PNG file") << u"file"_s << true;
         QTest::newRow("text file") << u"text"_s << false;
     }
-
-    // A picture dropped on the well becomes the customer's when the sheet is accepted; the
-    // remove button is enabled while there is one.
     void sheetImageWell() {
         QFETCH(QString, form);
         QFETCH(bool, taken);

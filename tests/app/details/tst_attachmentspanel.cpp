@@ -92,7 +92,6 @@ private slots:
         QVERIFY(label->isVisible() && !add->isEnabled());
         QCOMPARE(label->text(), u"Nothing selected"_s);
         QCOMPARE(m_table->model()->rowCount(), 0);
-
         m_panel->close();
         m_panel->updateWindowWithItem(m_fixture->beta);
         QCOMPARE(m_panel->windowTitle(), u"(Nothing selected)"_s);
@@ -119,6 +118,7 @@ private slots:
         QVERIFY(m_fixture->collection.dataChanged());
     }
 
+    // The real open panel takes a chosen folder instead of going into it.
     void openPanel_data() {
         QTest::addColumn<QString>("selected");
         QTest::addColumn<bool>("accepted");
@@ -127,7 +127,6 @@ private slots:
         QTest::newRow("file") << u"Report.pdf"_s << true << QStringList{path(u"Report.pdf"_s)};
         QTest::newRow("cancelled") << u"Report.pdf"_s << false << QStringList();
     }
-    // The real open panel takes a chosen folder instead of going into it.
     void openPanel() {
         QFETCH(QString, selected);
         QFETCH(bool, accepted);
@@ -143,13 +142,13 @@ private slots:
         QTEST(chosen.value_or(QStringList{u"not done"_s}), "chosen");
     }
 
+    // Dropped files are attached while the drop target shows; a move is taken as a copy, so the
+    // source keeps its files.
     void drops_data() {
         QTest::addColumn<bool>("withItem");
         QTest::newRow("taken") << true;
         QTest::newRow("nothing selected") << false;
     }
-    // Dropped files are attached while the drop target shows; a move is taken as a copy, so the
-    // source keeps its files.
     void drops() {
         QFETCH(bool, withItem);
         const QUrl pdf = QUrl::fromLocalFile(path(u"Report.pdf"_s));
@@ -177,6 +176,8 @@ private slots:
         QCOMPARE(m_fixture->collection.dataChanged(), withItem);
     }
 
+    // The name column shows the row's text with the picture of its kind; both columns name the
+    // whole attachment in their tooltips.
     void icons_data() {
         QTest::addColumn<QString>("attachment");
         QTest::addColumn<QString>("name");
@@ -187,8 +188,6 @@ private slots:
         QTest::newRow("missing, upper case") << path(u"Gone.PDF"_s) << u"Gone.PDF"_s << u"pdf"_s;
         QTest::newRow("no extension") << path(u"notes"_s) << u"notes"_s << u"default"_s;
     }
-    // The name column shows the row's text with the picture of its kind; both columns name the
-    // whole attachment in their tooltips.
     void icons() {
         QFETCH(QString, attachment);
         QFETCH(QString, icon);
@@ -208,6 +207,8 @@ private slots:
         QVERIFY(folder != url && folder != file && url != file);
     }
 
+    // Double-click opens, the link button reveals (and keeps the mouse to itself); a file that is
+    // gone is offered for removal.
     void opening_data() {
         QTest::addColumn<QString>("attachment");
         QTest::addColumn<bool>("link");
@@ -219,8 +220,6 @@ private slots:
         const QString gone = path(u"Gone.pdf"_s);
         QTest::newRow("missing, removed") << gone << false << u"open "_s + gone << false;
     }
-    // Double-click opens, the link button reveals (and keeps the mouse to itself); a file that is
-    // gone is offered for removal.
     void opening() {
         QFETCH(QString, attachment);
         QFETCH(bool, link);

@@ -54,7 +54,6 @@ private slots:
         DetailsPane pane(*m_pages);
         pane.showEntry(*periodEntry(u"22.11.2026 08:30"_s));
         QVERIFY(pane.browser()->toPlainText().contains(u"--:--"_s));
-
         pane.updateDetails(withProject ? m_fixture->alpha.get() : nullptr,
                            withItem ? m_fee.get() : nullptr);
         const QString text = pane.browser()->toPlainText();
@@ -69,7 +68,6 @@ private slots:
         QImage picture(40, 20, QImage::Format_RGB32);
         picture.fill(QColor(0, 0, 255));
         acme->setCustomerImage(picture);
-
         pane.showCustomer(*acme);
         const QUrl url(u"customer-image:1"_s);
         QCOMPARE(
@@ -77,7 +75,6 @@ private slots:
             picture);
         QVERIFY(pane.browser()->toPlainText().contains(u"Time spent:"_s));
         QVERIFY(showsColor(pane.browser()->viewport()->grab().toImage(), QColor(0, 0, 255)));
-
         // The next page lets go of the previous picture.
         Customer other;
         other.setCustomerID(2);

@@ -72,6 +72,8 @@ private slots:
         QVERIFY(m_field->height() > 2 * oneLine);
     }
 
+    // However editing ends, the first panel shown decides: the tag editor's own field makes the
+    // list exactly its names, in the file too; a sheet in front adds its field's names.
     void endOfEditing_data() {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("ending");
@@ -88,8 +90,6 @@ private slots:
         QTest::newRow("a sheet opened over it: the sheet's empty field decides")
             << u"new"_s << u"sheet"_s << QStringList{u"Work"_s, u"work"_s, u"Web"_s, QString()};
     }
-    // However editing ends, the first panel shown decides: the tag editor's own field makes the
-    // list exactly its names, in the file too; a sheet in front adds its field's names.
     void endOfEditing() {
         QFETCH(QString, typed);
         QFETCH(QString, ending);
@@ -117,6 +117,8 @@ private slots:
         QCOMPARE(m_fixture->alpha->tags(), u"web"_s);
     }
 
+    // The name being typed is completed from the known names that start with it, upper and lower
+    // case apart, in every tag field.
     void completion_data() {
         QTest::addColumn<QString>("window");
         QTest::addColumn<QString>("typed");
@@ -134,8 +136,6 @@ private slots:
         QTest::newRow("tag editor")
             << u"editor"_s << u"Web,wo"_s << QStringList{u"work"_s} << u"Web,work"_s;
     }
-    // The name being typed is completed from the known names that start with it, upper and lower
-    // case apart, in every tag field.
     void completion() {
         QFETCH(QString, window);
         QFETCH(QString, typed);
@@ -168,13 +168,13 @@ private slots:
         QCOMPARE(m_fixture->tags.tags(), (QStringList{u"Work"_s, u"work"_s, u"Web"_s}));
     }
 
+    // A sheet's tag field adds its new names to the list when the field is left.
     void sheetsAddTheirNames_data() {
         QTest::addColumn<QString>("window");
         QTest::newRow("flat fee") << u"flat fee"_s;
         QTest::newRow("entry") << u"entry"_s;
         QTest::newRow("project") << u"project"_s;
     }
-    // A sheet's tag field adds its new names to the list when the field is left.
     void sheetsAddTheirNames() {
         QFETCH(QString, window);
         QWidget *tags = tagField(window);

@@ -115,6 +115,8 @@ private slots:
 
     void cleanup() { m_fixture.reset(); }
 
+    // Each way through the sheet ends in the document as one undoable step (or none), which
+    // undo takes back and redo repeats.
     void scenarios_data() {
         QTest::addColumn<QString>("how");
         QTest::addColumn<Drive>("drive");
@@ -167,8 +169,6 @@ private slots:
             << Drive([](TestEntrySheet &t) { t.click(u"durationModeButton"_s); })
             << u"day 02.11.2026 480"_s << u"Edit Entry"_s << QStringList();
     }
-    // Each way through the sheet ends in the document as one undoable step (or none), which
-    // undo takes back and redo repeats.
     void scenarios() {
         QFETCH(QString, how);
         QFETCH(Drive, drive);
@@ -193,6 +193,8 @@ private slots:
         QCOMPARE(projectSummary(), expected);
     }
 
+    // The duration counts hours on every clock: no morning or afternoon field, 12 and 13 hours
+    // are what they say. The from and to controls keep the user's clock.
     void durationIsNoClockTime_data() {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("timeFormat");
@@ -205,8 +207,6 @@ private slots:
         QTest::newRow("13 hours, 24-hour clock")
             << u"de_DE.UTF-8"_s << u"%H:%M"_s << u"13"_s << u"day 02.11.2026 780 13:00"_s;
     }
-    // The duration counts hours on every clock: no morning or afternoon field, 12 and 13 hours
-    // are what they say. The from and to controls keep the user's clock.
     void durationIsNoClockTime() {
         QFETCH(QString, locale);
         QFETCH(QString, timeFormat);
@@ -361,7 +361,6 @@ private slots:
             QCoreApplication::processEvents(); // the table takes the cell over queued
         };
         const auto accept = [this] { find<QPushButton>(u"entryAcceptButton"_s)->click(); };
-
         click(u"addPauseButton"_s);
         QCOMPARE(undo.undoText(), u"Add pause entry"_s);
         QVERIFY(table->indexWidget(model->index(0, 0))); // opened for typing
@@ -373,7 +372,6 @@ private slots:
         QCOMPARE(model->index(0, PauseTableModel::TotalColumn).data(), QVariant(u"02:00"_s));
         QCOMPARE(find<QLabel>(u"totalEntryTimeTextField"_s)->text(), u"02:00"_s);
         QVERIFY(!marker->isVisible());
-
         click(u"addPauseButton"_s);
         typeCell(1, PauseTableModel::ToColumn, on2nd(10, 30)); // 08:00-10:30 overlaps 10:00-12:00
         QVERIFY(marker->isVisible());
@@ -395,7 +393,6 @@ private slots:
         QVERIFY(m_sheet->isVisible());
         QCOMPARE(m_fixture->user.beeps, 2);
         QCOMPARE(int(undo.count()), before);
-
         table->selectRow(1);
         click(u"deletePauseButton"_s);
         QCOMPARE(undo.undoText(), u"Delete pause entry"_s);

@@ -61,7 +61,6 @@ private slots:
         QTest::newRow("nan: 0") << u"en_US"_s << u"nan"_s << u"20.11.2026;0;a\nb;Work"_s;
         QTest::newRow("empty: 0") << u"en_US"_s << u""_s << u"20.11.2026;0;a\nb;Work"_s;
     }
-
     void newFeeIsBooked() {
         QFETCH(QString, locale);
         QFETCH(QString, amount);
@@ -76,7 +75,6 @@ private slots:
         auto *field = control<QLineEdit>(u"flatFeeAmountTextField"_s);
         QCOMPARE(field->text(), locale == u"de_DE" ? u"0,00"_s : u"0.00"_s);
         QCOMPARE(m_sheet->focusWidget(), field);
-
         day->setDate(QDate(2026, 11, 20));
         SheetFixture::type(field, amount);
         auto *comment = control<QPlainTextEdit>(u"flatFeeDescriptionTextBox"_s);
@@ -86,7 +84,6 @@ private slots:
         QTest::keyClicks(comment, u"b"_s);
         control<QLineEdit>(u"flatFeeTokenField"_s)->setText(u"Work"_s);
         QTest::keyClick(comment, Qt::Key_Return);
-
         QVERIFY(!m_sheet->isVisible());
         QCOMPARE(describeItems(*m_fixture->beta), QStringList{booked});
         QUndoStack *undo = m_fixture->collection.undoStack();
@@ -108,10 +105,8 @@ private slots:
         QTest::newRow("not a number: 0")
             << 10.0f << u"10.00"_s << u"ten"_s << u"03.02.2008;0;new;web"_s;
     }
-
     void feeIsEdited() {
         QFETCH(float, amountBefore);
-        QFETCH(QString, shown);
         QFETCH(QString, amount);
         QFETCH(QString, after);
         m_fee->setAmount(amountBefore);
@@ -121,15 +116,13 @@ private slots:
         QCOMPARE(control<QPushButton>(u"flatFeeEntryAcceptButton"_s)->text(), u"Accept"_s);
         auto *day = control<QDateEdit>(u"flatFeeDayDatePicker"_s);
         QCOMPARE(day->date(), QDate(2008, 2, 1));
-        QCOMPARE(control<QLineEdit>(u"flatFeeAmountTextField"_s)->text(), shown);
+        QTEST(control<QLineEdit>(u"flatFeeAmountTextField"_s)->text(), "shown");
         QCOMPARE(control<QPlainTextEdit>(u"flatFeeDescriptionTextBox"_s)->toPlainText(), u"old"_s);
         QCOMPARE(control<QLineEdit>(u"flatFeeTokenField"_s)->text(), u"web"_s);
-
         day->setDate(QDate(2008, 2, 3));
         SheetFixture::type(control<QLineEdit>(u"flatFeeAmountTextField"_s), amount);
         control<QPlainTextEdit>(u"flatFeeDescriptionTextBox"_s)->setPlainText(u"new"_s);
         control<QPushButton>(u"flatFeeEntryAcceptButton"_s)->click();
-
         QVERIFY(!m_sheet->isVisible());
         QCOMPARE(describe(*m_fee), after);
         QCOMPARE(m_fixture->alpha->entries(), ItemList{m_fee});

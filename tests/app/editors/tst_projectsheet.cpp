@@ -59,12 +59,10 @@ private slots:
         QTest::newRow("case differs: created")
             << u"alpha"_s << false << false << QStringList{u"Alpha"_s, u"Beta"_s, u"alpha"_s};
     }
-
     void newProjectNameIsChecked() {
         QFETCH(QString, name);
         QFETCH(bool, alerted);
         QFETCH(bool, warning);
-        QFETCH(QStringList, projects);
         m_sheet->newProject(-1);
         QVERIFY(m_sheet->isVisible());
         QCOMPARE(m_sheet->windowModality(), Qt::WindowModal);
@@ -72,7 +70,6 @@ private slots:
         auto *field = control<QLineEdit>(u"projectNameTextBox"_s);
         SheetFixture::type(field, name);
         QTest::keyClick(field, Qt::Key_Return);
-
         const bool created = !alerted && !warning;
         QCOMPARE(m_sheet->isVisible(), !created);
         QCOMPARE(m_fixture->user.beeps, created ? 0 : 1);
@@ -85,7 +82,7 @@ private slots:
             QCOMPARE(alert.style, UserAlerts::Style::Critical);
             QCOMPARE(alert.buttons, QStringList{u"OK"_s});
         }
-        QCOMPARE(m_fixture->collection.projectNames(), projects);
+        QTEST(m_fixture->collection.projectNames(), "projects");
     }
 
     void newProjectTakesDefaults_data() {
@@ -105,13 +102,11 @@ private slots:
         QTest::newRow("customer removed")
             << 0 << QString() << true << u"ACME"_s << u"Gamma||42.5|0/5/0|-1|"_s;
     }
-
     void newProjectTakesDefaults() {
         QFETCH(int, customerIndex);
         QFETCH(QString, typedCustomer);
         QFETCH(bool, removeCustomer);
         QFETCH(QString, shownCustomer);
-        QFETCH(QString, created);
         m_fixture->preferences.setObject(42.5f, u"hourlyWage");
         m_sheet->newProject(customerIndex);
         QCOMPARE(m_sheet->windowTitle(), u"new project"_s);
@@ -131,11 +126,10 @@ private slots:
         }
         SheetFixture::type(control<QLineEdit>(u"projectNameTextBox"_s), u"Gamma"_s);
         control<QPushButton>(u"projectAcceptButton"_s)->click();
-
         QVERIFY(!m_sheet->isVisible());
         const auto project = m_fixture->collection.projectWithName(u"Gamma"_s);
         QVERIFY(project);
-        QCOMPARE(describe(*project), created);
+        QTEST(describe(*project), "created");
         QUndoStack *undo = m_fixture->collection.undoStack();
         QCOMPARE(undo->undoText(), u"Add Project"_s);
         undo->undo();
@@ -155,11 +149,9 @@ private slots:
             << QList<int>{1, 2} << true << u"2/15/2"_s;
         QTest::newRow("switched on and off again") << QList<int>{2, 0} << false << u"0/15/2"_s;
     }
-
     void roundingControlsFollowWhatIsRounded() {
         QFETCH(QList<int>, roundWhat);
         QFETCH(bool, enabled);
-        QFETCH(QString, created);
         m_sheet->newProject(-1);
         auto *what = control<QComboBox>(u"roundWhatPopUp"_s);
         auto *step = control<QComboBox>(u"roundingPopUp"_s);
@@ -182,7 +174,7 @@ private slots:
         SheetFixture::type(control<QLineEdit>(u"projectNameTextBox"_s), u"Gamma"_s);
         control<QPushButton>(u"projectAcceptButton"_s)->click();
         const auto project = m_fixture->collection.projectWithName(u"Gamma"_s);
-        QCOMPARE(describe(*project).section(u'|', 3, 3), created);
+        QTEST(describe(*project).section(u'|', 3, 3), "created");
     }
 
     void editChecksTheNameAfterClosing_data() {
@@ -192,7 +184,6 @@ private slots:
         QTest::newRow("renamed") << u"Gamma"_s << u"Gamma|notes|75|2/15/1|1|Work"_s;
         QTest::newRow("taken: the edit is lost") << u"Alpha"_s << u"Beta||60|2/15/1|-1|"_s;
     }
-
     void editChecksTheNameAfterClosing() {
         QFETCH(QString, name);
         QFETCH(QString, after);
@@ -205,14 +196,12 @@ private slots:
         QVERIFY(control<QRadioButton>(u"roundingMatrix1"_s)->isChecked());
         QVERIFY(control<QComboBox>(u"roundingPopUp"_s)->isEnabled());
         QVERIFY(!control<QPushButton>(u"removeCustomerButton"_s)->isEnabled());
-
         SheetFixture::type(control<QLineEdit>(u"projectNameTextBox"_s), name);
         control<QPlainTextEdit>(u"descriptionTextBox"_s)->setPlainText(u"notes"_s);
         SheetFixture::type(control<QLineEdit>(u"wageTextBox"_s), u"75"_s);
         SheetFixture::type(control<QComboBox>(u"customerName"_s), u"ACME"_s);
         SheetFixture::type(control<QLineEdit>(u"projectTokenField"_s), u"Work"_s);
         QTest::keyClick(control<QLineEdit>(u"projectTokenField"_s), Qt::Key_Return);
-
         QVERIFY(!m_sheet->isVisible());
         QCOMPARE(m_fixture->user.alerts.size(), 0);
         QCOMPARE(m_fixture->user.beeps, 0);

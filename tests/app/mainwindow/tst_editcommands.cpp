@@ -47,7 +47,6 @@ private slots:
         QTest::newRow("flat fee") << Row::FlatFee << u"edit entry"_s;
         QTest::newRow("nothing selected") << Row::None << QString();
     }
-
     void editOpensTheSheetOfTheRow() {
         QFETCH(Row, row);
         QFETCH(QString, open);
@@ -63,6 +62,8 @@ private slots:
         QCOMPARE(opened, open.isNull() ? QStringList() : QStringList{open});
     }
 
+    // What a deletion does to the document, and its undo, is the document's (tested with it):
+    // here, that the row's kind picks the deletion, without asking.
     void deleteAsksNothing_data() {
         QTest::addColumn<Row>("row");
         QTest::addColumn<QString>("actionName");
@@ -75,9 +76,6 @@ private slots:
         QTest::newRow("flat fee") << Row::FlatFee << u"Delete Entry"_s
                                   << QStringList{u"Alpha"_s, u"Beta"_s} << 1;
     }
-
-    // What a deletion does to the document, and its undo, is the document's (tested with it):
-    // here, that the row's kind picks the deletion, without asking.
     void deleteAsksNothing() {
         QFETCH(Row, row);
         // The list names the project the row is shown under; an item leaves its own project.
