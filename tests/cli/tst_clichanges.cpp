@@ -48,7 +48,6 @@ private slots:
                u"3  flatfee  09.03.2008                           $25.00  00:00  [ ]    fee\n"_s
             << 0;
     }
-
     void entryOrder() {
         QFETCH(bool, ascending);
         QFETCH(bool, olderLayout);
@@ -113,24 +112,20 @@ private slots:
         QCOMPARE(started[u"project"_s].toString(), u"Beta"_s);
         QCOMPARE(started[u"index"_s].toInt(), 1);
         QCOMPARE(started[u"paused"_s].toBool(), false);
-
         QCOMPARE(onFile({u"pause"_s, u"Beta"_s}).exitCode, 0);
         QVERIFY(firstOfBeta()->isPaused());
         QCOMPARE(running()[0].toObject()[u"paused"_s].toBool(), true);
         QCOMPARE(onFile({u"running"_s}).out, u"Beta  1  00:00  paused\n"_s);
-
         QCOMPARE(onFile({u"resume"_s, u"Beta"_s, u"1"_s}).exitCode, 0);
         entry = firstOfBeta();
         QVERIFY(!entry->isPaused() && entry->isWorking());
         QCOMPARE(entry->pauseEntries().size(), 1);
-
         QCOMPARE(onFile({u"stop"_s, u"Beta"_s}).exitCode, 0);
         entry = firstOfBeta();
         QVERIFY(!entry->isWorking() && !entry->toTime().isEmpty());
         QCOMPARE(entry->toDate(), StoredForms::dateText(QDate::currentDate()));
         QCOMPARE(running().size(), 0);
     }
-
     void startAndStopRoundToTheClock() {
         roundBeta(1, 60, 2); // clock times down to the full hour
         QCOMPARE(run({u"--file=%1"_s.arg(m_file), u"start"_s, u"Beta"_s}).exitCode, 0);
@@ -153,7 +148,6 @@ private slots:
                u"--customer|ACME|--tags|x,y"_s.split(u'|')
             << std::make_shared<Project>(u"alpha"_s, u"Two\nlines"_s, 12.4f, 2, 15, 1, 7, u"x,y"_s);
     }
-
     void addProject() {
         QFETCH(QStringList, options);
         QFETCH(std::shared_ptr<Project>, added);
@@ -173,51 +167,43 @@ private slots:
     }
 
     void addEntry_data() {
-        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("options");     // separated by '|'
         QTest::addColumn<bool>("roundEachEntry"); // up to a quarter of an hour
-        QTest::addColumn<QStringList>("stored");  // day or from date, from time, to date, to time
+        QTest::addColumn<QString>("stored");      // day or from date, from time, to date, to time
         QTest::addColumn<int>("minutes");
         QTest::addColumn<int>("effective");
         QTest::newRow("day and duration")
-            << QStringList{u"--day"_s, u"06.03.2025"_s, u"--duration"_s, u"02:05"_s} << false
-            << QStringList{u"06.03.2025"_s} << 125 << 125;
+            << u"--day|06.03.2025|--duration|02:05"_s << false << u"06.03.2025"_s << 125 << 125;
         QTest::newRow("period over midnight")
-            << QStringList{u"--from"_s, u"06.03.2025 23:30"_s, u"--to"_s, u"07.03.2025 01:15"_s}
-            << false << QStringList{u"06.03.2025"_s, u"23:30"_s, u"07.03.2025"_s, u"01:15"_s} << 105
-            << 105;
-        QTest::newRow("empty period")
-            << QStringList{u"--from=06.03.2025 09:00"_s, u"--to=06.03.2025 09:00"_s} << false
-            << QStringList{u"06.03.2025"_s, u"09:00"_s, u"06.03.2025"_s, u"09:00"_s} << 0 << 0;
+            << u"--from|06.03.2025 23:30|--to|07.03.2025 01:15"_s << false
+            << u"06.03.2025|23:30|07.03.2025|01:15"_s << 105 << 105;
+        QTest::newRow("empty period") << u"--from=06.03.2025 09:00|--to=06.03.2025 09:00"_s << false
+                                      << u"06.03.2025|09:00|06.03.2025|09:00"_s << 0 << 0;
         QTest::newRow("duration rounded by the project")
-            << QStringList{u"--day"_s, u"06.03.2025"_s, u"--duration"_s, u"00:50"_s} << true
-            << QStringList{u"06.03.2025"_s} << 50 << 60;
+            << u"--day|06.03.2025|--duration|00:50"_s << true << u"06.03.2025"_s << 50 << 60;
         QTest::newRow("period rounded by the project")
-            << QStringList{u"--from"_s, u"06.03.2025 09:00"_s, u"--to"_s, u"06.03.2025 09:31"_s}
-            << true << QStringList{u"06.03.2025"_s, u"09:00"_s, u"06.03.2025"_s, u"09:31"_s} << 31
-            << 45;
+            << u"--from|06.03.2025 09:00|--to|06.03.2025 09:31"_s << true
+            << u"06.03.2025|09:00|06.03.2025|09:31"_s << 31 << 45;
     }
-
     void addEntry() {
-        QFETCH(QStringList, options);
+        QFETCH(QString, options);
         QFETCH(bool, roundEachEntry);
-        QFETCH(QStringList, stored);
+        QFETCH(QString, stored);
         QFETCH(int, effective);
         if (roundEachEntry)
             roundBeta(2, 15, 1);
         const Outcome outcome = onFile(
             QStringList{u"add-entry"_s, u"Beta"_s, u"--comment"_s, u"note"_s, u"--tags"_s, u"t"_s} +
-            options);
+            options.split(u'|'));
         QCOMPARE(outcome.exitCode, 0);
         QCOMPARE(outcome.out,
                  u"Added entry 1 of \"Beta\" (%1)\n"_s.arg(StoredForms::durationText(effective)));
         const auto entry = firstOfBeta();
         QVERIFY(entry);
-        QCOMPARE(entry->hasPeriod(), stored.size() == 4);
-        const QStringList texts = entry->hasPeriod()
-                                      ? QStringList{entry->fromDate(), entry->fromTime(),
-                                                    entry->toDate(), entry->toTime()}
-                                      : QStringList{entry->date()};
-        QCOMPARE(texts, stored);
+        QCOMPARE(entry->hasPeriod(), stored.contains(u'|'));
+        const QString texts = u"%1|%2|%3|%4"_s.arg(entry->fromDate(), entry->fromTime(),
+                                                   entry->toDate(), entry->toTime());
+        QCOMPARE(entry->hasPeriod() ? texts : entry->date(), stored);
         QVERIFY(!entry->isWorking());
         QTEST(entry->storedMinutes(), "minutes");
         QCOMPARE(entry->effectiveDuration(), effective);
@@ -288,7 +274,6 @@ private slots:
         QTest::newRow("to another file") << false;
         QTest::newRow("in place") << true;
     }
-
     void convert() {
         QFETCH(bool, inPlace);
         const QString older = QStringLiteral(HOURFOLD_TEST_DATA "/older-layout.xml");
@@ -319,7 +304,6 @@ private slots:
         QTest::newRow("--wait 0 gives up at once")
             << QStringList{u"--wait"_s, u"0"_s} << 1 << 5000 << false;
     }
-
     void waitsForTheLock() {
         QFETCH(QStringList, wait);
         QFETCH(int, count);

@@ -74,7 +74,6 @@ private slots:
         QTest::newRow("scalable icon")
             << u"share/icons/hicolor/scalable/apps/hourfold.svg"_s << false;
     }
-
     void installedFiles() {
         QFETCH(QString, file);
         const QFileInfo info(path(file));
@@ -152,7 +151,6 @@ private slots:
             << u"invoice"_s << u"<?xml version=\"1.0\"?>\n<invoice><customer/></invoice>\n"_s
             << false;
     }
-
     void detectsProjectFiles() {
         QFETCH(QString, fileName);
         QFETCH(QString, content);

@@ -69,7 +69,6 @@ private slots:
         QVERIFY(size.hasMatch());
         QCOMPARE(qRound(size.captured(1).toDouble()), qRound(paper.width()));
         QCOMPARE(qRound(size.captured(2).toDouble()), qRound(paper.height()));
-
         const QRegularExpression word(QStringLiteral(
             "xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\" xMax=\"([\\d.]+)\" yMax=\"([\\d.]+)\""));
         QRectF text;

@@ -32,7 +32,6 @@ private slots:
         QTest::newRow("unknown") << u"klingon"_s << QString();
         QTest::newRow("empty is not the default converter") << QString() << QString();
     }
-
     void displayName() {
         QFETCH(QString, name);
         QTEST(TextEncodings::displayName(name), "displayName");

@@ -43,7 +43,6 @@ private slots:
         QTest::newRow("filter ignored") << false << u"simple-report.html"_s;
         QTest::newRow("filter applied") << true << u"simple-filtered.html"_s;
     }
-
     void matchesGolden() {
         QFETCH(bool, applyFilter);
         QFETCH(QString, golden);
@@ -99,7 +98,6 @@ private slots:
             << Templates{{u"report.html"_s, u"%datestring% %projects%"_s}} << QStringList()
             << u"November 22, 2026 "_s;
     }
-
     void expandsInOrder() {
         QFETCH(Templates, templates);
         QFETCH(QStringList, names);

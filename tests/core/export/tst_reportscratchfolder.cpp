@@ -21,14 +21,12 @@ private slots:
         QVERIFY(AtomicFile::write(folder + u"/images/logo.png"_s, "old").ok);
         QVERIFY(AtomicFile::write(folder + u"/report.html"_s, "old").ok);
         QVERIFY(::chmod(QFile::encodeName(folder).constData(), 0777) == 0);
-
         const ReportScratchFolder::Result result = ReportScratchFolder::recreate(folder);
         QVERIFY2(result.ok, qPrintable(result.error));
         QVERIFY(QDir(folder).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
         struct stat status {};
         QCOMPARE(::lstat(QFile::encodeName(folder).constData(), &status), 0);
         QCOMPARE(status.st_mode & 07777, mode_t(0700));
-
         // A folder that does not exist yet is made too.
         const QString fresh = m_temp.filePath(u"hfexport-new"_s);
         QVERIFY(ReportScratchFolder::recreate(fresh).ok);
@@ -41,7 +39,6 @@ private slots:
         QVERIFY(AtomicFile::write(target + u"/precious.txt"_s, "keep").ok);
         const QString link = m_temp.filePath(u"hfexport-link"_s);
         QVERIFY(QFile::link(target, link));
-
         const ReportScratchFolder::Result result = ReportScratchFolder::recreate(link);
         QVERIFY(!result.ok);
         QVERIFY(result.error.contains(link));
@@ -56,7 +53,6 @@ private slots:
         QVERIFY(QDir().mkpath(folder));
         QVERIFY(AtomicFile::write(folder + u"/planted.html"_s, "x").ok);
         QVERIFY(::chown(QFile::encodeName(folder).constData(), 65534, 65534) == 0);
-
         QVERIFY(!ReportScratchFolder::recreate(folder).ok);
         QVERIFY(QFileInfo::exists(folder + u"/planted.html"_s));
     }

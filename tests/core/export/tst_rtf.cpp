@@ -74,7 +74,6 @@ private slots:
         QTest::newRow("controls and pictures dropped")
             << u"a\u0001\u007F\uFFFCb"_s << QByteArray("ab");
     }
-
     void escapes() {
         QFETCH(QString, text);
         QTEST(RtfWriter::escaped(text), "rtf");
@@ -125,7 +124,6 @@ private slots:
                           "\\pard\\plain\\intbl b\\cell\n\\row\n"
                           "\\pard\\plain \\par\n");
     }
-
     void writesDocuments() {
         QFETCH(QString, html);
         QFETCH(QByteArray, colors);
@@ -167,7 +165,6 @@ private slots:
             QVERIFY2(parsed.text.contains(text), qPrintable(text));
         QCOMPARE(QFileInfo(folder.filePath(u"scratch"_s)).permissions() & 0x0077, 0);
         QVERIFY(QFile::exists(folder.filePath(u"scratch/images/checked.png"_s)));
-
         QTest::ignoreMessage(QtWarningMsg,
                              QRegularExpression(u"^cannot create a temporary file"_s));
         QTest::ignoreMessage(QtWarningMsg, "Error writing file");

@@ -77,7 +77,6 @@ private slots:
         entry->pause();
         QCOMPARE(entry->pausedAt(), at(d(u"10:00:25")));
         QCOMPARE(entry->pauseTime(), 4);
-
         Clock::setNow(at(d(u"10:07:40")));
         entry->resume();
         QVERIFY(!entry->isPaused() && entry->isWorking());
@@ -85,7 +84,6 @@ private slots:
         QCOMPARE(entry->pauseEntries()[0]->stringDescription(),
                  u"from: 2008-03-12 10:00:00 +0100; to: 2008-03-12 10:07:00 +0100"_s);
         QCOMPARE(entry->pauseTime(), 7);
-
         // Stopping a paused entry closes its pause first.
         Clock::setNow(at(d(u"10:20")));
         entry->pause();
@@ -101,13 +99,11 @@ private slots:
         Clock::setNow(at(d(u"12:00")));
         entry->stop();
         QCOMPARE(entry->effectiveDuration(), 180);
-
         Clock::setNow(at(d(u"13:30")));
         entry->resume();
         QVERIFY(entry->isWorking());
         QVERIFY(entry->toTime().isEmpty() && entry->toDate().isEmpty());
         QCOMPARE(entry->pauseTime(), 90);
-
         entry->stop();
         QCOMPARE(entry->time(), 270);
         QCOMPARE(entry->netPauseTime(), 90);
@@ -246,14 +242,12 @@ private slots:
         Clock::setNow(at(d(u"10:00")));
         entry->pause();
         Clock::setNow(at(d(u"10:10")));
-
         const auto copy = entry->copy();
         QCOMPARE(copy->stringDescription(), entry->stringDescription());
         QCOMPARE(copy->pausedAt(), entry->pausedAt());
         QVERIFY(!copy->isChecked());
         QVERIFY(copy->attachments().isEmpty());
         QVERIFY(!copy->parent());
-
         copy->resume();
         QCOMPARE(entry->pauseEntries().size(), 1);
         copy->deleteAllPauseEntries();
@@ -266,23 +260,22 @@ private slots:
     void stringDescription_data() {
         QTest::addColumn<std::shared_ptr<ProjectItem>>("item");
         QTest::addColumn<QString>("description");
-        QTest::newRow("new day entry")
-            << std::shared_ptr<ProjectItem>(dayEntry(u"01.02.2008"_s, 90))
-            << u"90;01.02.2008;(null);(null);(null);(null);;0;0;"_s;
+        const auto row = [](const char *name, std::shared_ptr<ProjectItem> item,
+                            const QString &description) {
+            QTest::newRow(name) << item << description;
+        };
+        row("new day entry", dayEntry(u"01.02.2008"_s, 90),
+            u"90;01.02.2008;(null);(null);(null);(null);;0;0;"_s);
         auto period = periodEntry(d(u"09:00"), d(u"10:30"));
         period->setDate(u""_s);
         period->setComment(u"a;b"_s);
         period->setTags(u"x,y"_s);
-        QTest::newRow("finished period entry")
-            << std::shared_ptr<ProjectItem>(period)
-            << u"90;;09:00;12.03.2008;10:30;12.03.2008;a;b;0;1;x,y"_s;
+        row("finished period entry", period,
+            u"90;;09:00;12.03.2008;10:30;12.03.2008;a;b;0;1;x,y"_s);
         auto fee = flatFee(u"01.02.2008"_s, 12.5f);
         fee->setTags(u""_s);
-        QTest::newRow("flat fee") << std::shared_ptr<ProjectItem>(fee)
-                                  << u"01.02.2008;12.500000;;"_s;
-        QTest::newRow("new flat fee")
-            << std::shared_ptr<ProjectItem>(flatFee(u"01.02.2008"_s, 0.1f))
-            << u"01.02.2008;0.100000;;(null)"_s;
+        row("flat fee", fee, u"01.02.2008;12.500000;;"_s);
+        row("new flat fee", flatFee(u"01.02.2008"_s, 0.1f), u"01.02.2008;0.100000;;(null)"_s);
     }
     void stringDescription() {
         QFETCH(std::shared_ptr<ProjectItem>, item);
@@ -337,7 +330,6 @@ private slots:
         QCOMPARE(entry->htmlComment(), u"one<br/>two<br/>"_s);
         QCOMPARE(entry->formattedPauseDate() + entry->formattedPauseTime(), u"--.--.------:--"_s);
         QCOMPARE(entry->localizedPauseDate(), u""_s);
-
         Clock::setNow(at(d(u"13:45:10")));
         entry->pause();
         Clock::setNow(at(d(u"15:00")));

@@ -54,16 +54,13 @@ private slots:
         row("day: day entries by duration", u"day:12:30"_s, u"day:12:45"_s, -1);
         row("day: period and day entry by duration", u"fin:12:09:00-10:00"_s, u"day:12:45"_s, 1);
         row("day: flat fee on the same day", u"fee:12:5"_s, u"day:12:45"_s, 0);
-
         row("duration: entries", u"day:12:30"_s, u"fin:12:09:00-09:45"_s, -1);
         row("duration: flat fees by amount", u"fee:12:5"_s, u"fee:11:2.5"_s, 1);
         row("duration: entry before flat fee", u"day:12:600"_s, u"fee:12:0"_s, -1);
         row("duration: flat fee after entry", u"fee:12:0"_s, u"day:12:0"_s, 1);
-
         row("action: finished before running", u"fin:12:09:00-09:30"_s, u"run:12:10:00"_s, -1);
         row("action: flat fee is not working", u"run:12:10:00"_s, u"fee:12:1"_s, 1);
         row("action: both finished", u"day:12:9"_s, u"fee:12:1"_s, 0);
-
         row("description: numbers by value", u"text:file 9"_s, u"text:file 10"_s, -1);
         row("description: capitals first", u"text:Zeta"_s, u"text:alpha"_s, -1);
         row("description: prefix first", u"text:x"_s, u"text:x1"_s, -1);

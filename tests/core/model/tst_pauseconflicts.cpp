@@ -46,7 +46,6 @@ private slots:
         PauseConflicts conflicts(
             {std::make_shared<PauseEntry>(at(u"12.03.2008 11:00"_s), at(u"12.03.2008 10:00"_s))});
         conflicts.update(list);
-
         QTEST(conflicts.hasConflicts(), "hasConflicts");
         for (int row = 0; row < list.size(); ++row) {
             PauseList expected;

@@ -12,6 +12,12 @@
 using Operation = std::function<void(ProjectCollection &)>;
 Q_DECLARE_METATYPE(Operation)
 
+namespace {
+std::shared_ptr<Project> named(ProjectCollection &collection, const char *name) {
+    return collection.projectWithName(QString::fromLatin1(name));
+}
+} // namespace
+
 class TestProjectCollection : public QObject {
     Q_OBJECT
 
@@ -61,7 +67,6 @@ private slots:
         QCOMPARE(m_collection->undoStack()->count(), 0);
         QVERIFY(m_collection->projectWithName(u"App"_s));
         QVERIFY(!m_collection->projectWithName(u"app"_s));
-
         const QString broken = m_folder->filePath(u"broken.xml"_s);
         QVERIFY(writeFile(broken, "<projects><project></project></projects>"));
         m_collection->undoStack()->push(new QUndoCommand(u"x"_s));
@@ -75,51 +80,43 @@ private slots:
     void undoRedo_data() {
         QTest::addColumn<Operation>("operation");
         QTest::addColumn<QString>("actionName");
-        const auto named = [](ProjectCollection &c, const char *name) {
-            return c.projectWithName(QString::fromLatin1(name));
+        const auto row = [](const char *name, const QString &action, const Operation &operation) {
+            QTest::newRow(name) << operation << action;
         };
-        QTest::newRow("add project")
-            << Operation([](ProjectCollection &c) { c.addProject(project(u"New"_s, 1.0f)); })
-            << u"Add Project"_s;
-        QTest::newRow("delete last project")
-            << Operation([=](ProjectCollection &c) { c.deleteProject(named(c, "Hidden")); })
-            << u"Delete Project"_s;
-        QTest::newRow("add entry") << Operation([=](ProjectCollection &c) {
+        row("add project", u"Add Project"_s,
+            [](auto &c) { c.addProject(project(u"New"_s, 1.0f)); });
+        row("delete last project", u"Delete Project"_s,
+            [](auto &c) { c.deleteProject(named(c, "Hidden")); });
+        row("add entry", u"Add Entry"_s, [](auto &c) {
             c.addEntry(dayEntry(u"01.11.2026"_s, 5), named(c, "Web"), u"Add Entry"_s);
-        }) << u"Add Entry"_s;
-        QTest::newRow("delete entry") << Operation([=](ProjectCollection &c) {
-            c.deleteEntry(named(c, "App")->entries().first(), named(c, "App"));
-        }) << u"Delete Entry"_s;
-        QTest::newRow("edit project") << Operation([=](ProjectCollection &c) {
-            Project values(u"Renamed"_s, u"d"_s, 99.0f, 2, 10, 1, 1, u"t"_s);
-            c.editProject(named(c, "App"), values);
-        }) << u"Edit Project"_s;
-        QTest::newRow("edit entry into a day entry") << Operation([=](ProjectCollection &c) {
+        });
+        row("delete entry", u"Delete Entry"_s,
+            [](auto &c) { c.deleteEntry(named(c, "App")->entries().first(), named(c, "App")); });
+        row("edit project", u"Edit Project"_s, [](auto &c) {
+            c.editProject(named(c, "App"),
+                          Project(u"Renamed"_s, u"d"_s, 99.0f, 2, 10, 1, 1, u"t"_s));
+        });
+        row("edit entry into a day entry", u"Edit Entry"_s, [](auto &c) {
             auto entry = std::static_pointer_cast<Entry>(named(c, "Web")->entries().first());
             auto values = entry->copy();
             values->setHasPeriod(false);
             values->setDate(u"02.11.2026"_s);
             c.editEntry(entry, *values, false);
-        }) << u"Edit Entry"_s;
-        QTest::newRow("edit flat fee") << Operation([=](ProjectCollection &c) {
+        });
+        row("edit flat fee", u"Edit Entry"_s, [](auto &c) {
             auto fee = std::static_pointer_cast<FlatFeeEntry>(named(c, "App")->entries().last());
             auto values = fee->copy();
             values->setAmount(250.0f);
             values->setDate(u"01.10.2026"_s);
             c.editFlatFeeEntry(fee, *values);
-        }) << u"Edit Entry"_s;
-        QTest::newRow("move project")
-            << Operation([=](ProjectCollection &c) { c.moveProject(named(c, "Hidden"), 0); })
-            << u"Move Project"_s;
-        QTest::newRow("assign customer")
-            << Operation([=](ProjectCollection &c) { c.assignCustomerWithID(1, named(c, "App")); })
-            << u"Assign customer"_s;
-        QTest::newRow("start timer")
-            << Operation([=](ProjectCollection &c) { c.startTimerInProject(named(c, "Web")); })
-            << u"Start"_s;
-        QTest::newRow("move entries between projects") << Operation([=](ProjectCollection &c) {
-            c.moveEntries(named(c, "Web")->entries(), named(c, "App"));
-        }) << u"Move Entry"_s;
+        });
+        row("move project", u"Move Project"_s,
+            [](auto &c) { c.moveProject(named(c, "Hidden"), 0); });
+        row("assign customer", u"Assign customer"_s,
+            [](auto &c) { c.assignCustomerWithID(1, named(c, "App")); });
+        row("start timer", u"Start"_s, [](auto &c) { c.startTimerInProject(named(c, "Web")); });
+        row("move entries between projects", u"Move Entry"_s,
+            [](auto &c) { c.moveEntries(named(c, "Web")->entries(), named(c, "App")); });
     }
     void undoRedo() {
         QFETCH(Operation, operation);
@@ -178,7 +175,6 @@ private slots:
         QVERIFY(m_collection->isEntryFiltered(*hidden->entries().first()));
         // Projects without a customer or with a missing one are collapsed, deliberately.
         QCOMPARE(m_collection->collapseFadedProjects().size(), 2);
-
         m_collection->setSearchText(u"urgent"_s);
         auto web = m_collection->projectWithName(u"Web"_s);
         auto app = m_collection->projectWithName(u"App"_s);
@@ -188,7 +184,6 @@ private slots:
         QVERIFY(m_collection->isEntryFiltered(*app->entries().first()));
         QCOMPARE(m_collection->filteredTotalDurationOfProject(*web), 45 + 30);
         QCOMPARE(m_collection->statusBarInfo(), u"Total duration: 01:15\tTotal wages: $75.00"_s);
-
         m_collection->setSearchText(u""_s);
         auto filter = std::make_shared<Filter>();
         auto projects = std::make_shared<MPSearchQuery>();

@@ -78,6 +78,10 @@ private slots:
         LocalTimeFormat::setFormat(u"%H:%M"_s, u"C"_s);
         Clock::setNow(at(u"22.11.2026 10:00"_s));
     }
+    void init() {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(u"projects.xml"_s);
+    }
 
     // Written in any C locale, numbers stay locale-free and read back the same.
     void writesTheCurrentLayout_data() {
@@ -103,10 +107,8 @@ private slots:
 
     // Every field read back is written again as it was: the golden file holds them all.
     void roundTripKeepsEveryField() {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"projects.xml"_s);
-        QVERIFY(ProjectFile::save(path, sampleProjects()).ok);
-        const ProjectFile::LoadResult read = ProjectFile::load(path);
+        QVERIFY(ProjectFile::save(m_path, sampleProjects()).ok);
+        const ProjectFile::LoadResult read = ProjectFile::load(m_path);
         QVERIFY2(read.ok, qPrintable(read.error));
         QVERIFY(!read.recovered);
         QCOMPARE(ProjectFile::makeXML(read.projects), golden());
@@ -127,7 +129,6 @@ private slots:
         Clock::setNow(at(u"22.11.2026 10:30"_s));
         QCOMPARE(running.time(), 150);
         Clock::setNow(at(u"22.11.2026 10:00"_s));
-
         const auto &paused = static_cast<const Entry &>(*read.projects[0]->entries()[3]);
         QVERIFY(paused.isPaused());
         QCOMPARE(paused.pausedAt(), at(u"22.11.2026 09:30"_s));
@@ -179,8 +180,7 @@ private slots:
     }
 
     void convertsTheOlderLayout() {
-        const QString path = olderLayoutPath();
-        const ProjectFile::LoadResult read = ProjectFile::load(path);
+        const ProjectFile::LoadResult read = ProjectFile::load(olderLayoutPath());
         QVERIFY2(read.ok, qPrintable(read.error));
         QVERIFY(read.converted);
         QVERIFY(!read.recovered);
@@ -196,7 +196,7 @@ private slots:
                                        u"90;;09:00;06.01.2007;10:30;06.01.2007;timed;0;1;"_s,
                                        u"0;;09:00;07.01.2007;;;open;0;1;"_s}));
         // The file on disk keeps its layout until the next save.
-        QVERIFY(!readFile(path).contains("period"));
+        QVERIFY(!readFile(olderLayoutPath()).contains("period"));
     }
 
     void refusesBrokenFiles_data() {
@@ -234,16 +234,14 @@ private slots:
     }
     void refusesBrokenFiles() {
         QFETCH(QByteArray, content);
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"broken.xml"_s);
-        QVERIFY(writeFile(path, content));
-        const ProjectFile::LoadResult read = ProjectFile::load(path);
+        QVERIFY(writeFile(m_path, content));
+        const ProjectFile::LoadResult read = ProjectFile::load(m_path);
         QVERIFY(!read.ok);
         QTEST(read.error, "error");
         QVERIFY(read.projects.isEmpty());
         // Nothing was written beside a file that could not be read.
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"broken.xml"_s});
-        QCOMPARE(readFile(path), content);
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{u"projects.xml"_s});
+        QCOMPARE(readFile(m_path), content);
     }
 
     void repairsDamagedFiles_data() {
@@ -280,12 +278,9 @@ private slots:
             damaged.truncate(where); // the end of the file is lost
         else
             damaged.replace(where, from.size(), to);
-
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"damaged.xml"_s);
-        QVERIFY(writeFile(path, damaged));
+        QVERIFY(writeFile(m_path, damaged));
         Clock::setNow(at(u"22.11.2026 10:00:05"_s));
-        const ProjectFile::LoadResult read = ProjectFile::load(path);
+        const ProjectFile::LoadResult read = ProjectFile::load(m_path);
         Clock::setNow(at(u"22.11.2026 10:00:00"_s));
         QVERIFY2(read.ok, qPrintable(read.error));
         QVERIFY(read.recovered);
@@ -294,22 +289,19 @@ private slots:
         QTEST(read.itemsLeftOut, "leftOut");
         QTEST(int(read.projects[0]->entries().size()), "entries");
         QTEST(read.projects[0]->entries()[0]->comment(), "comment");
-        QCOMPARE(read.backupPath, path + u".recovered-20261122-100005"_s);
+        QCOMPARE(read.backupPath, m_path + u".recovered-20261122-100005"_s);
         QCOMPARE(readFile(read.backupPath), damaged);
-        QCOMPARE(readFile(path), damaged);
+        QCOMPARE(readFile(m_path), damaged);
     }
 
     void keepsOneCopyOfEachDamagedOriginal() {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"p.xml"_s);
         const QByteArray first = golden().replace("Hosting", "R&D");
-        QVERIFY(writeFile(path, first));
-        const QString copy = ProjectFile::load(path).backupPath;
-        QCOMPARE(ProjectFile::load(path).backupPath, copy); // identical: no second copy
-
+        QVERIFY(writeFile(m_path, first));
+        const QString copy = ProjectFile::load(m_path).backupPath;
+        QCOMPARE(ProjectFile::load(m_path).backupPath, copy); // identical: no second copy
         const QByteArray second = golden().replace("Hosting", "A&B");
-        QVERIFY(writeFile(path, second));
-        const QString other = ProjectFile::load(path).backupPath; // same second, other bytes
+        QVERIFY(writeFile(m_path, second));
+        const QString other = ProjectFile::load(m_path).backupPath; // same second, other bytes
         QCOMPARE(other, copy + u"-2"_s);
         QCOMPARE(readFile(copy), first);
         QCOMPARE(readFile(other), second);
@@ -389,21 +381,18 @@ private slots:
         const QByteArray expected = replacedOnce(
             ProjectFile::makeXML(ProjectFile::read(intact).projects), written, rewritten);
         QVERIFY(!damaged.isEmpty() && !expected.isEmpty());
-
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"values.xml"_s);
-        QVERIFY(writeFile(path, damaged));
+        QVERIFY(writeFile(m_path, damaged));
         QTest::ignoreMessage(
             QtWarningMsg, qPrintable(u"a value in %1 could not be read and is left empty: %2"_s.arg(
-                              path, report)));
+                              m_path, report)));
         Clock::setNow(at(u"22.11.2026 10:00:05"_s));
-        const ProjectFile::LoadResult read = ProjectFile::load(path);
+        const ProjectFile::LoadResult read = ProjectFile::load(m_path);
         Clock::setNow(at(u"22.11.2026 10:00:00"_s));
         QVERIFY2(read.ok, qPrintable(read.error));
         QVERIFY(!read.recovered);
         QCOMPARE(read.unreadable, QStringList{report});
         QCOMPARE(ProjectFile::makeXML(read.projects), expected);
-        QCOMPARE(read.backupPath, path + u".recovered-20261122-100005"_s);
+        QCOMPARE(read.backupPath, m_path + u".recovered-20261122-100005"_s);
         QCOMPARE(readFile(read.backupPath), damaged);
     }
 
@@ -416,27 +405,29 @@ private slots:
     void failedWritesKeepTheOldFile() {
         QFETCH(bool, readOnlyFolder);
         QFETCH(QString, reason);
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"projects.xml"_s);
         const QByteArray old = "<?xml version=\"1.0\"?>\n<!--1.5-->\n<projects/>\n";
-        QVERIFY(writeFile(path, old));
+        QVERIFY(writeFile(m_path, old));
         ProjectFile::SaveResult result;
         if (readOnlyFolder) {
-            QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
+            QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner);
             FileFailures::ObeyPermissions obey;
-            result = ProjectFile::save(path, sampleProjects());
-            QFile::setPermissions(folder.path(),
+            result = ProjectFile::save(m_path, sampleProjects());
+            QFile::setPermissions(m_folder->path(),
                                   QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         } else {
             FileFailures::LimitFileSize full(1024);
-            result = ProjectFile::save(path, sampleProjects());
+            result = ProjectFile::save(m_path, sampleProjects());
         }
         QVERIFY(!result.ok);
-        QCOMPARE(result.error, QStringLiteral("Could not write \"%1\": %2").arg(path, reason));
-        QCOMPARE(readFile(path), old);
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+        QCOMPARE(result.error, QStringLiteral("Could not write \"%1\": %2").arg(m_path, reason));
+        QCOMPARE(readFile(m_path), old);
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden),
                  QStringList{u"projects.xml"_s});
     }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path; // a file in a new folder for each test
 };
 
 QTEST_GUILESS_MAIN(TestProjectFile)

@@ -67,7 +67,6 @@ private slots:
             writeFile(paths.preferences, "[General]\nlistDateFormat=4\n");
         if (newFolderExists)
             writeFile(paths.supportFolder + u"/tags.plist"_s, "new tags");
-
         QVERIFY(VersionMigration::migrate(paths));
         QCOMPARE(Preferences(paths.preferences).integerForKey(u"listDateFormat"),
                  newPreferencesExist ? 4 : 1);

@@ -71,7 +71,6 @@ private slots:
         QCOMPARE(read[0]->entryQuery()->criterionAtIndex(2)->objectValue().value<RangeValue>(),
                  (RangeValue{10, 10}));
         QCOMPARE(read[0]->projectQuery()->auxiliaryDataIntegerValueForKey(u"rows"_s), 7);
-
         const QString script = uR"(
 f = ref(root['NS.objects'][0])
 q = ref(f['projectQuery'])
@@ -129,7 +128,6 @@ print(cls(c), ref(c['mp_sq_crit_identifier']), c['mp_sq_crit_matchkind'],
         m_controller->awake();
         QCOMPARE(m_controller->selectedTag(), 2);
         QCOMPARE(m_target.current->name(), u"Checked"_s);
-
         FilterController::forgetSelectedFilterName();
         m_target.current.reset();
         m_preferences->setObject(u"Gone"_s, u"selectedFilterName");
@@ -201,7 +199,6 @@ print(cls(c), ref(c['mp_sq_crit_identifier']), c['mp_sq_crit_matchkind'],
                                         u"26 fromDateAsDate"_s, u"27 fromDateAsDate"_s}));
         QCOMPARE(quick.filterForIdentifier(u"week"), quick.filters()[3]);
         QVERIFY(!quick.filterForIdentifier(u"decade"));
-
         m_controller->filterAction(0);
         quick.choose(u"week"_s, false, *m_controller, m_target, *m_preferences);
         QCOMPARE(m_target.current, quick.filters()[3]);

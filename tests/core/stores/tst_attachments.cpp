@@ -119,7 +119,6 @@ private slots:
         QCOMPARE(m_entry->attachments(), QStringList{u"/b"_s});
         QCOMPARE(m_changes, 3);
         QCOMPARE(changed.count(), 3);
-
         m_entry->setAttachments(std::nullopt);
         QTest::ignoreMessage(QtWarningMsg, "attachments array not initialized");
         m_controller->addAttachmentsToCurrentItem({u"/d"_s});
@@ -127,7 +126,6 @@ private slots:
         QVERIFY(!m_controller->canAdd());
         m_controller->addAttachmentsToCurrentItem({u"/e"_s});
         QCOMPARE(m_changes, 4);
-
         QCOMPARE(AttachmentController::openPanelDirectory(), QDir::homePath());
         (*m_preferences)->setObject(u"/srv/files"_s, u"StartingDirectory");
         QCOMPARE(AttachmentController::openPanelDirectory(), u"/srv/files"_s);

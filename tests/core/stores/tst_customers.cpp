@@ -96,7 +96,6 @@ private slots:
         m_document->stack.undo();
         QCOMPARE(m_storage->customerWithID(4)->name(), u"D"_s);
         m_document->stack.redo();
-
         auto restarted = makeStorage();
         QVERIFY(restarted->loadCustomers().ok);
         QCOMPARE(restarted->lastCustomerID(), 2);
@@ -112,7 +111,6 @@ private slots:
             m_document->projects.append(project(u"p"_s, 0.0f, id));
         QSignalSpy changed(m_storage.get(), &CustomerStorage::customersChanged);
         const int updates = m_document->visibleUpdates;
-
         m_storage->deleteCustomerWithID(acme);
         QCOMPARE(m_document->stack.undoText(), u"Delete customer"_s);
         QCOMPARE(customersOf(m_document->projects), (QList<int>{-1, 2, -1, -1}));
@@ -123,7 +121,6 @@ private slots:
         QCOMPARE(customersOf(m_document->projects), (QList<int>{-1, 2, -1, -1}));
         QCOMPARE(changed.count(), 3);
         QCOMPARE(m_document->visibleUpdates, updates + 3);
-
         m_storage->deleteCustomerWithID(99);
         QCOMPARE(m_document->stack.count(), 3);
         // Undoing the adding of Beta clears it from its project; redoing gives it back.
@@ -190,14 +187,12 @@ private slots:
         acme->setABid(u"4FBE-11"_s);
         m_storage->addCustomer(acme);
         m_storage->addCustomer(std::make_shared<Customer>());
-
         // Read back, every value is written again as it was.
         QCOMPARE(Customer::archiveList(makeLoadedStorage()->customers()),
                  Customer::archiveList(m_storage->customers()));
         QCOMPARE(makeLoadedStorage()->customerWithID(1)->customerImage().convertToFormat(
                      QImage::Format_ARGB32),
                  picture);
-
         // Python's plistlib, knowing nothing of this program, checks the layout.
         const QString script = uR"(
 for c in (ref(u) for u in root['NS.objects']):
@@ -283,7 +278,6 @@ for c in (ref(u) for u in root['NS.objects']):
         QCOMPARE(sheet.name(), u""_s);
         QCOMPARE(sheet.color(), projectColor);
         sheet.setName(name);
-
         QCOMPARE(sheet.accept(), !alert && !warning);
         QCOMPARE(alerts.beeps, int(alert || warning));
         QCOMPARE(sheet.isNameWarningVisible(), warning);
