@@ -1,6 +1,5 @@
+#include "app/mainwindow/MainWindowFixture.h"
 #include "core/model/ModelFixtures.h"
-#include "support/Files.h"
-#include "support/ScriptedUser.h"
 
 #include "ProjectListModel.h"
 #include "ProjectListView.h"
@@ -32,18 +31,12 @@
 // user reaches them from the main window. The document: "Web shop" (customer ACME; entries
 // "Urgent call" of 90 minutes and "Design" of 30) and "App" ("call back", 45 minutes); the
 // customers ACME (id 1) and Bolt (id 2).
-class TestFilterWindows : public QObject {
+class TestFilterWindows : public QObject, protected MainWindowFixture {
     Q_OBJECT
 
 private slots:
     void init() {
-        QStandardPaths::setTestModeEnabled(true);
-        FilterController::forgetSelectedFilterName();
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_preferences = std::make_unique<Preferences>(m_folder->filePath(u"p.conf"_s));
-        Preferences::setShared(m_preferences.get());
-        m_preferences->setObject(false, u"showInfo");
-        m_user = ScriptedUser();
+        openFolder();
         auto web = std::make_shared<Project>(u"Web shop"_s, u""_s, 80.0f, 0, 0, 0, 1, u""_s);
         auto app = std::make_shared<Project>(u"App"_s, u""_s, 60.0f, 0, 0, 0, -1, u""_s);
         for (const auto &[project, day, minutes, comment] :
@@ -60,13 +53,7 @@ private slots:
         QVERIFY(QDir().mkpath(m_folder->filePath(u"data/Hourfold3"_s)));
     }
 
-    void cleanup() {
-        m_window.reset();
-        m_customers.reset();
-        m_tags.reset();
-        m_collection.reset();
-        Preferences::setShared(nullptr);
-    }
+    void cleanup() { closeWindow(); }
 
     void okWritesTheFileAndCancelKeepsIt_data() {
         QTest::addColumn<bool>("accept");
@@ -307,35 +294,7 @@ private:
     // Where the command line finds it with XDG_DATA_HOME at data/.
     QString filtersPath() const { return m_folder->filePath(u"data/Hourfold3/filters.plist"_s); }
 
-    void startWindow() {
-        m_collection = std::make_unique<ProjectCollection>(*m_preferences);
-        m_collection->setCurrencyFormatter(&m_currency);
-        m_customers = std::make_unique<CustomerStorage>(m_folder->filePath(u"customers.plist"_s),
-                                                        *m_collection, *m_preferences);
-        m_collection->setCustomerDirectory(m_customers.get());
-        for (const QString &name : {u"ACME"_s, u"Bolt"_s}) {
-            auto customer = std::make_shared<Customer>();
-            customer->setName(name);
-            m_customers->addCustomer(customer);
-        }
-        m_tags = std::make_unique<TagStorage>(m_folder->filePath(u"tags.plist"_s));
-        const QString quickFilters = m_folder->filePath(u"quickfilters.plist"_s);
-        QVERIFY(writeFile(quickFilters, Filter::archiveList(QuickFilters::makeDefaultFilters())));
-        m_window = std::make_unique<MainWindow>(
-            MainWindow::Services{*m_preferences, *m_collection, *m_customers, *m_tags, m_currency,
-                                 m_user, m_user, m_user, filtersPath(), quickFilters});
-        m_window->show();
-        m_window->startUp();
-    }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<Preferences> m_preferences;
-    std::unique_ptr<ProjectCollection> m_collection;
-    std::unique_ptr<CustomerStorage> m_customers;
-    std::unique_ptr<TagStorage> m_tags;
-    std::unique_ptr<MainWindow> m_window;
-    CurrencyFormatter m_currency{u"en_US"_s};
-    ScriptedUser m_user;
+    void startWindow() { MainWindowFixture::startWindow(filtersPath(), {u"ACME"_s, u"Bolt"_s}); }
 };
 
 QTEST_MAIN(TestFilterWindows)

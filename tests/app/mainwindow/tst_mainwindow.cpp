@@ -1,6 +1,5 @@
+#include "app/mainwindow/MainWindowFixture.h"
 #include "core/model/ModelFixtures.h"
-#include "support/Files.h"
-#include "support/ScriptedUser.h"
 
 #include "ActionTableColumn.h"
 #include "ProjectListModel.h"
@@ -52,32 +51,18 @@ ProjectList sampleProjects() {
 
 // The main window as the user meets it: start-up, the document commands with their prompts, the
 // toolbar and menu states, the status line and changes made by other programs.
-class TestMainWindow : public QObject {
+class TestMainWindow : public QObject, protected MainWindowFixture {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void init() {
         Clock::setNow(QDateTime(QDate(2026, 11, 22), QTime(10, 0)));
-        // Each window stands for a run of the program, which starts with no saved filter chosen.
-        FilterController::forgetSelectedFilterName();
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_preferences = std::make_unique<Preferences>(m_folder->filePath(u"p.conf"_s));
-        Preferences::setShared(m_preferences.get());
-        m_preferences->setObject(false, u"showInfo");
-        m_user = ScriptedUser();
+        openFolder();
         m_file = m_folder->filePath(u"work.projects"_s);
         QVERIFY(ProjectFile::save(m_file, sampleProjects()).ok);
     }
 
-    void cleanup() {
-        m_window.reset();
-        m_customers.reset();
-        m_tags.reset();
-        m_collection.reset();
-        Preferences::setShared(nullptr);
-    }
+    void cleanup() { closeWindow(); }
 
     void startsUntitledWithoutALastFile() {
         startWindow();
@@ -553,29 +538,9 @@ private:
     void startWindow(const QString &lastFile = {}) {
         if (!lastFile.isEmpty())
             m_preferences->setObject(lastFile, u"LastOpenFile");
-        m_collection = std::make_unique<ProjectCollection>(*m_preferences);
-        m_collection->setCurrencyFormatter(&m_currency);
-        m_customers = std::make_unique<CustomerStorage>(m_folder->filePath(u"customers.plist"_s),
-                                                        *m_collection, *m_preferences);
-        m_collection->setCustomerDirectory(m_customers.get());
-        m_tags = std::make_unique<TagStorage>(m_folder->filePath(u"tags.plist"_s));
-        const QString quickFilters = m_folder->filePath(u"quickfilters.plist"_s);
-        QVERIFY(writeFile(quickFilters, Filter::archiveList(QuickFilters::makeDefaultFilters())));
-        m_window = std::make_unique<MainWindow>(MainWindow::Services{
-            *m_preferences, *m_collection, *m_customers, *m_tags, m_currency, m_user, m_user,
-            m_user, m_folder->filePath(u"filters.plist"_s), quickFilters});
-        m_window->show();
-        m_window->startUp();
+        MainWindowFixture::startWindow(m_folder->filePath(u"filters.plist"_s));
     }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<Preferences> m_preferences;
-    std::unique_ptr<ProjectCollection> m_collection;
-    std::unique_ptr<CustomerStorage> m_customers;
-    std::unique_ptr<TagStorage> m_tags;
-    std::unique_ptr<MainWindow> m_window;
-    CurrencyFormatter m_currency{u"en_US"_s};
-    ScriptedUser m_user;
     QString m_file;
 };
 
