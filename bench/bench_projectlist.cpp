@@ -11,11 +11,9 @@
 #include "platform/Preferences.h"
 #include "platform/UserAlerts.h"
 
-#include <QApplication>
 #include <QHash>
 #include <QImage>
 #include <QScrollBar>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <random>
@@ -197,16 +195,3 @@ BENCHMARK(BM_IndexOfItem)->Arg(10000)->Arg(100000);
 BENCHMARK(BM_RefreshRunning)->Arg(10000)->Arg(100000);
 BENCHMARK(BM_OpenView)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ScrollAndPaint)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char **argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QStandardPaths::setTestModeEnabled(true);
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

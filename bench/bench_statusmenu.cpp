@@ -11,8 +11,6 @@
 #include "model/ProjectCollection.h"
 #include "platform/Preferences.h"
 
-#include <QApplication>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
@@ -78,16 +76,3 @@ void BM_RefreshStatusMenu(benchmark::State &state) {
 } // namespace
 
 BENCHMARK(BM_RefreshStatusMenu)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char **argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QStandardPaths::setTestModeEnabled(true);
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
