@@ -1,5 +1,7 @@
 #include "WebEngineReportRenderer.h"
 
+#include "PdfPagePainter.h"
+
 #include <QDir>
 #include <QEventLoop>
 #include <QLocale>
@@ -10,7 +12,6 @@
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
-#include <QWebEngineView>
 
 namespace {
 
@@ -91,6 +92,11 @@ bool WebEngineReportRenderer::load(QWebEnginePage &page, const QString &folder, 
 }
 
 ReportRenderer::PdfResult WebEngineReportRenderer::renderPdf(const QString &folder) {
+    return renderPdf(folder, pageLayout(QLocale()));
+}
+
+ReportRenderer::PdfResult WebEngineReportRenderer::renderPdf(const QString &folder,
+                                                             const QPageLayout &layout) {
     const std::unique_ptr<Engine> engine = createEngine();
     PdfResult result;
     if (!load(*engine->page, folder, result.error)) {
@@ -98,8 +104,7 @@ ReportRenderer::PdfResult WebEngineReportRenderer::renderPdf(const QString &fold
         return result;
     }
     auto rendered = std::make_shared<Outcome<QByteArray>>();
-    engine->page->printToPdf([rendered](const QByteArray &pdf) { rendered->finish(pdf); },
-                             pageLayout(QLocale()));
+    engine->page->printToPdf([rendered](const QByteArray &pdf) { rendered->finish(pdf); }, layout);
     if (!waitFor(rendered, m_timeout) || rendered->value.isEmpty()) {
         result.error = tr("The report in %1 could not be rendered as PDF.")
                            .arg(QDir::toNativeSeparators(folder));
@@ -121,24 +126,13 @@ bool WebEngineReportRenderer::print(const QString &folder) {
 }
 
 bool WebEngineReportRenderer::printTo(const QString &folder, QPrinter &printer) {
-    const std::unique_ptr<Engine> engine = createEngine();
-    QString error;
-    if (!load(*engine->page, folder, error)) {
-        qCWarning(lcRender) << error;
+    // The engine's own printing draws its pages without the margins, stretched over the sheet;
+    // the report's PDF for the printer's paper keeps them, and its pages are printed as they are.
+    const PdfResult rendered = renderPdf(folder, printer.pageLayout());
+    if (!rendered.ok)
         return false;
-    }
-    QWebEngineView view;
-    view.setPage(engine->page.get());
-    auto printed = std::make_shared<Outcome<bool>>();
-    QObject::connect(&view, &QWebEngineView::printFinished, &view,
-                     [printed](bool ok) { printed->finish(ok); });
-    view.print(&printer);
-    // The engine has laid the pages out for the printer's margins; it draws each page later at
-    // the painter's origin in the size of the whole paper. With the origin on the paper's corner
-    // every page comes out whole instead of pushed past the right and bottom edges.
-    printer.setFullPage(true);
-    const bool ok = waitFor(printed, m_timeout) && printed->value;
-    if (!ok)
-        qCWarning(lcRender) << "Printing the report in" << folder << "failed";
-    return ok;
+    const QString error = PdfPagePainter::paint(rendered.pdf, printer);
+    if (!error.isEmpty())
+        qCWarning(lcRender) << "Printing the report in" << folder << "failed:" << error;
+    return error.isEmpty();
 }

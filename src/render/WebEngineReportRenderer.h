@@ -50,6 +50,7 @@ private:
     };
 
     std::unique_ptr<Engine> createEngine();
+    PdfResult renderPdf(const QString &folder, const QPageLayout &layout);
     bool load(QWebEnginePage &page, const QString &folder, QString &error);
 
     LocalOnlyRequestInterceptor m_interceptor;

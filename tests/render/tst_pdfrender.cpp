@@ -98,16 +98,21 @@ private slots:
         printer.setOutputFileName(printed);
         printer.setPageLayout(WebEngineReportRenderer::pageLayout(QLocale()));
         QVERIFY(m_renderer.printTo(m_folder.path(), printer));
-        // The engine hands the printer pictures of the pages: the same two pages, with ink on them.
+        // The printer gets pictures of the same two pages, inked only inside the margins.
         QVERIFY(run(u"pdfinfo"_s, {printed}).contains(QRegularExpression(u"Pages: +2\\n"_s)));
         QImage firstPage;
         QVERIFY(firstPage.loadFromData(
-            runBytes(u"pdftoppm"_s, {u"-png"_s, u"-r"_s, u"30"_s, u"-l"_s, u"1"_s, printed})));
-        int inked = 0;
+            runBytes(u"pdftoppm"_s, {u"-png"_s, u"-r"_s, u"72"_s, u"-l"_s, u"1"_s, printed})));
+        QRect inked;
         for (int y = 0; y < firstPage.height(); ++y)
             for (int x = 0; x < firstPage.width(); ++x)
-                inked += qGray(firstPage.pixel(x, y)) < 128;
-        QVERIFY(inked > 100);
+                if (qGray(firstPage.pixel(x, y)) < 128)
+                    inked |= QRect(x, y, 1, 1);
+        QVERIFY2(inked.left() >= 33 && inked.left() < 40,
+                 qPrintable(QString::number(inked.left())));
+        QVERIFY2(inked.top() >= 43 && inked.top() < 60, qPrintable(QString::number(inked.top())));
+        QVERIFY2(inked.right() <= firstPage.width() - 33,
+                 qPrintable(QString::number(inked.right())));
     }
 
     void missingReportFails() {
