@@ -50,8 +50,12 @@ DesktopPresence::DesktopPresence(const Services &services, QWidget *mainWindow)
     , m_presence(services.preferences, services.alerts) {
     connect(&m_collection, &ProjectCollection::projectsChanged, this,
             &DesktopPresence::timersChanged);
-    connect(&m_collection, &ProjectCollection::changedMarkChanged, this,
-            &DesktopPresence::timersChanged);
+    // Changes made in place (a timer paused or resumed) only set the mark; a change the
+    // collection has just announced, or a save clearing the mark, needs no second refresh.
+    connect(&m_collection, &ProjectCollection::changedMarkChanged, this, [this](bool changed) {
+        if (changed && !m_collection.isMarkingAnnouncedChange())
+            timersChanged();
+    });
     connect(&m_preferences, &Preferences::valueChanged, this, &DesktopPresence::preferenceChanged);
     connect(&m_tray, &TrayIcon::clicked, this, &DesktopPresence::trayClicked);
     connect(m_statusMenu.get(), &StatusMenu::mainWindowWanted, this,
