@@ -1,5 +1,6 @@
 #include "customers/CustomerSideBar.h"
 
+#include "common/SignButtons.h"
 #include "customers/CustomerDropBox.h"
 #include "customers/CustomerSheetDialog.h"
 #include "customers/CustomerTableModel.h"
@@ -60,12 +61,8 @@ CustomerSideBar::CustomerSideBar(CustomerStorage &storage, ProjectCollection &co
     m_table->setDropIndicatorShown(false);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
 
-    m_addButton->setObjectName(u"addCustomerButton"_s);
-    m_addButton->setText(u"+"_s);
-    m_addButton->setToolTip(tr("New Customer"));
-    m_removeButton->setObjectName(u"removeCustomerButton"_s);
-    m_removeButton->setText(u"\u2212"_s);
-    m_removeButton->setToolTip(tr("Delete Customer"));
+    SignButtons::makeAdd(m_addButton, u"addCustomerButton"_s, tr("New Customer"));
+    SignButtons::makeRemove(m_removeButton, u"removeCustomerButton"_s, tr("Delete Customer"));
     for (QToolButton *button : {m_addButton, m_removeButton}) {
         button->setAutoRaise(true);
         button->setFixedSize(24, 22);

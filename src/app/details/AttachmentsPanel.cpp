@@ -1,5 +1,6 @@
 #include "details/AttachmentsPanel.h"
 
+#include "common/SignButtons.h"
 #include "details/AttachmentTableModel.h"
 #include "details/LinkButtonDelegate.h"
 #include "model/ProjectCollection.h"
@@ -68,12 +69,9 @@ AttachmentsPanel::AttachmentsPanel(ProjectCollection &collection, DesktopService
     m_nothingSelectedLabel->setForegroundRole(QPalette::PlaceholderText);
     m_nothingSelectedLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
 
-    m_addButton->setObjectName(u"addButton"_s);
-    m_addButton->setText(u"+"_s);
-    m_addButton->setToolTip(tr("Add files or folders"));
-    m_removeButton->setObjectName(u"removeButton"_s);
-    m_removeButton->setText(u"\u2212"_s);
-    m_removeButton->setToolTip(tr("Remove the selected attachments"));
+    SignButtons::makeAdd(m_addButton, u"addButton"_s, tr("Add files or folders"));
+    SignButtons::makeRemove(m_removeButton, u"removeButton"_s,
+                            tr("Remove the selected attachments"));
     for (QToolButton *button : {m_addButton, m_removeButton})
         button->setFixedSize(28, 24);
 

@@ -1,5 +1,6 @@
 #include "filters/FilterSheet.h"
 
+#include "common/SignButtons.h"
 #include "filters/QueryEditor.h"
 #include "platform/UserAlerts.h"
 #include "search/FilterController.h"
@@ -52,14 +53,8 @@ FilterSheet::FilterSheet(FilterController &filters, const CustomerStorage &custo
     m_chooser->setObjectName(u"sheetFilterPopup"_s);
     m_chooser->setMinimumContentsLength(20);
     m_chooser->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_add->setObjectName(u"addButton"_s);
-    m_add->setText(u"+"_s);
-    m_add->setAccessibleName(tr("Add filter"));
-    m_add->setToolTip(tr("Add filter"));
-    m_remove->setObjectName(u"removeButton"_s);
-    m_remove->setText(u"−"_s);
-    m_remove->setAccessibleName(tr("Remove filter"));
-    m_remove->setToolTip(tr("Remove filter"));
+    SignButtons::makeAdd(m_add, u"addButton"_s, tr("Add filter"));
+    SignButtons::makeRemove(m_remove, u"removeButton"_s, tr("Remove filter"));
     m_name->setObjectName(u"filterNameTextField"_s);
     m_tabs->setObjectName(u"filterTabs"_s);
     m_tabs->addTab(tr("Projects"));

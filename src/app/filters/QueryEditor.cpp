@@ -1,5 +1,6 @@
 #include "filters/QueryEditor.h"
 
+#include "common/SignButtons.h"
 #include "filters/CriterionRow.h"
 
 #include <QComboBox>
@@ -30,15 +31,9 @@ QueryEditor::QueryEditor(const FilterDelegate &properties, const CustomerStorage
     connect(m_matchMode, &QComboBox::activated, this, [this](int index) {
         m_logic.query()->setMatchMode(m_matchMode->itemData(index).toInt());
     });
-    m_add->setObjectName(u"addCriterionButton"_s);
-    m_add->setText(u"+"_s);
-    m_add->setAccessibleName(tr("Add condition"));
-    m_add->setToolTip(tr("Add condition"));
+    SignButtons::makeAdd(m_add, u"addCriterionButton"_s, tr("Add condition"));
     connect(m_add, &QToolButton::clicked, this, &QueryEditor::addNewCriterion);
-    m_remove->setObjectName(u"removeCriterionButton"_s);
-    m_remove->setText(u"−"_s);
-    m_remove->setAccessibleName(tr("Remove last condition"));
-    m_remove->setToolTip(tr("Remove last condition"));
+    SignButtons::makeRemove(m_remove, u"removeCriterionButton"_s, tr("Remove last condition"));
     connect(m_remove, &QToolButton::clicked, this, &QueryEditor::removeLastCriterion);
     // Keeps its place while hidden, so that "+" does not move under the pointer.
     QSizePolicy removePolicy = m_remove->sizePolicy();
