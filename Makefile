@@ -3,7 +3,7 @@ PRESET ?= default
 BUILD_DIR := $(if $(filter asan,$(PRESET)),build-asan,build)
 SHELL := /bin/bash
 
-.PHONY: all bootstrap configure build run test bench format clean
+.PHONY: all bootstrap configure build run test bench soak format clean
 
 all: build
 
@@ -21,6 +21,10 @@ run: build
 
 test: build
 	@cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2
+
+# The crash campaign in its long form: 1,000 kills of the desktop program while it saves.
+soak: build
+	@cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen HOURFOLD_SOAK_ROUNDS=1000 ./bin/tst_crashcampaign
 
 bench: build
 	@./scripts/run-bench $(BUILD_DIR)

@@ -5,6 +5,7 @@
 #include "mainwindow/ProjectController.h"
 #include "mainwindow/SingleInstance.h"
 #include "model/HelpFunctions.h"
+#include "model/ProjectBackups.h"
 #include "model/ProjectCollection.h"
 #include "platform/CurrencyFormatter.h"
 #include "platform/Folders.h"
@@ -59,6 +60,7 @@ int main(int argc, char *argv[]) {
     }
 
     VersionMigration::createSupportFolder(HelpFunctions::applicationSupportFolder());
+    ProjectBackups::setShared(HelpFunctions::applicationSupportFolder() + u"/Backups"_s);
     Preferences &preferences = Preferences::shared();
     ProjectCollection collection(preferences);
     CurrencyFormatter currency;

@@ -78,6 +78,7 @@ int CliCommands::runCommand(const QString &command, const QStringList &args) {
     const QHash<QString, Handler> handlers{
         {u"check"_s, [&](const QStringList &a) { return file.check(a); }},
         {u"convert"_s, [&](const QStringList &a) { return file.convert(a); }},
+        {u"backups"_s, [&](const QStringList &a) { return file.backups(a); }},
         {u"projects"_s, [&](const QStringList &a) { return listings.projects(a); }},
         {u"entries"_s, [&](const QStringList &a) { return listings.entries(a); }},
         {u"running"_s, [&](const QStringList &a) { return listings.running(a); }},

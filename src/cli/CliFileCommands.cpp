@@ -3,9 +3,14 @@
 #include "CliConsole.h"
 #include "CliFileAccess.h"
 #include "CliOptions.h"
+#include "TextTable.h"
+#include "model/ProjectBackups.h"
+#include "model/StoredForms.h"
 #include "platform/ProjectFileLock.h"
 
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
 
 using namespace Qt::StringLiterals;
 
@@ -87,4 +92,45 @@ int CliFileCommands::convert(const QStringList &args) {
         m_console.out() << written << '\n';
         return int(CliConsole::Success);
     });
+}
+
+int CliFileCommands::backups(const QStringList &args) {
+    if (!m_console.takesNothing(u"backups"_s, args))
+        return CliConsole::BadArguments;
+    QJsonArray array;
+    TextTable table;
+    table.addRow({u"Date"_s, u"Document"_s, u"Projects"_s, u"Entries"_s, u"Hours"_s, u"Path"_s});
+    const QList<ProjectBackups::Copy> copies =
+        ProjectBackups(ProjectBackups::sharedFolder()).copies();
+    for (const auto &copy : copies) {
+        const ProjectBackups::Summary summary = ProjectBackups::summarize(copy.path);
+        if (!summary.ok)
+            m_console.warn(u"Cannot read \"%1\": %2"_s.arg(copy.path, summary.error));
+        if (m_console.json()) {
+            QJsonObject object{{u"made"_s, copy.made.toString(Qt::ISODate)},
+                               {u"document"_s, copy.documentName},
+                               {u"path"_s, copy.path},
+                               {u"readable"_s, summary.ok}};
+            if (summary.ok) {
+                object.insert(u"projects"_s, summary.projects);
+                object.insert(u"entries"_s, summary.entries);
+                object.insert(u"minutes"_s, summary.minutes);
+            }
+            array.append(object);
+            continue;
+        }
+        const auto count = [&summary](int value) {
+            return summary.ok ? QString::number(value) : u"-"_s;
+        };
+        table.addRow({copy.made.toLocalTime().toString(u"yyyy-MM-dd HH:mm"_s), copy.documentName,
+                      count(summary.projects), count(summary.entries),
+                      summary.ok ? StoredForms::durationText(summary.minutes) : u"-"_s, copy.path});
+    }
+    if (m_console.json())
+        m_console.printJson(array);
+    else if (copies.isEmpty())
+        m_console.out() << u"No backups in %1\n"_s.arg(ProjectBackups::sharedFolder());
+    else
+        table.print(m_console.out());
+    return CliConsole::Success;
 }

@@ -6,7 +6,7 @@ const QStringList &CliHelp::commands() {
     static const QStringList names{u"check"_s,       u"projects"_s,  u"entries"_s, u"running"_s,
                                    u"start"_s,       u"pause"_s,     u"resume"_s,  u"stop"_s,
                                    u"add-project"_s, u"add-entry"_s, u"add-fee"_s, u"customers"_s,
-                                   u"filters"_s,     u"export"_s,    u"convert"_s};
+                                   u"filters"_s,     u"export"_s,    u"convert"_s, u"backups"_s};
     return names;
 }
 
@@ -40,6 +40,7 @@ QString CliHelp::general() {
            "  filters                  lists the saved filters\n"
            "  export                   writes a CSV, text, HTML, PDF or RTF report\n"
            "  convert --output PATH    writes the file in the current layout\n"
+           "  backups                  lists the kept copies of project files\n"
            "\n"
            "Items are in the desktop program's order (the \"sortingColumn\" and\n"
            "\"sortAscending\" preferences), and INDEX is 1-based, as entries prints it. Changes\n"
@@ -146,6 +147,17 @@ QString CliHelp::command(const QString &name) {
                "show set whether the desktop program shows the customer's projects. delete\n"
                "removes the customer and, as the desktop program does, takes it off the projects\n"
                "of the project file (when there is one) under the file's lock.\n"_s;
+    if (name == u"backups")
+        return u"Usage: hourfold-cli [--json] backups\n"
+               "\n"
+               "Lists the copies of project files kept in the support folder's Backups folder,\n"
+               "newest first: when each was made, the document it belongs to, its projects,\n"
+               "entries and total hours, and its path. A copy is made at most once an hour while\n"
+               "a file changes, and at once before a save that would leave the file at less than\n"
+               "half its size or drop more than a tenth of its entries; the last 24 hourly, 30\n"
+               "daily and 12 monthly copies are kept. Open one in the desktop program with File >\n"
+               "Restore from Backup. With --json an array of objects with \"made\" (UTC),\n"
+               "\"document\", \"path\", \"readable\", \"projects\", \"entries\" and \"minutes\".\n"_s;
     if (name == u"filters")
         return u"Usage: hourfold-cli [--json] filters\n"
                "\n"

@@ -1,5 +1,6 @@
 #include "CliCommands.h"
 #include "model/HelpFunctions.h"
+#include "model/ProjectBackups.h"
 #include "platform/Preferences.h"
 #include "render/WebEngineReportRenderer.h"
 #include "render/WebEngineSetup.h"
@@ -41,6 +42,8 @@ int main(int argc, char *argv[]) {
     // HTML engine describes its set-up. QT_LOGGING_RULES still turns them on.
     QLoggingCategory::setFilterRules(
         QStringLiteral("hourfold.*=false\nqt.webenginecontext.info=false"));
+    ProjectBackups::setShared(HelpFunctions::applicationSupportFolder() +
+                              QStringLiteral("/Backups"));
     QTextStream out(stdout);
     QTextStream err(stderr);
     CliCommands commands(out, err, Preferences::defaultFilePath(),

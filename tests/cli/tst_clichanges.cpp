@@ -291,6 +291,27 @@ private slots:
             QCOMPARE(readFile(m_file), readFile(older));
     }
 
+    // A change keeps a copy of the file as it was in the support folder's Backups, at most once
+    // an hour; backups lists the copies with what they hold.
+    void changesKeepBackups() {
+        const QDir folder(m_home.filePath(u"data/Hourfold3/Backups"_s));
+        QDir(folder).removeRecursively();
+        const QByteArray before = readFile(m_file);
+        QCOMPARE(onFile({u"start"_s, u"Beta"_s}).exitCode, 0);
+        QCOMPARE(onFile({u"stop"_s, u"Beta"_s}).exitCode, 0);
+        const QStringList copies = folder.entryList(QDir::Files);
+        QCOMPARE(copies.size(), 1);
+        QCOMPARE(readFile(folder.filePath(copies.first())), before);
+        const Outcome listed = run({u"--json"_s, u"backups"_s});
+        QCOMPARE(listed.exitCode, 0);
+        const QJsonObject copy = QJsonDocument::fromJson(listed.out.toUtf8()).array()[0].toObject();
+        QCOMPARE(copy.value(u"path"_s).toString(), folder.filePath(copies.first()));
+        QCOMPARE(copy.value(u"document"_s).toString(), u"work"_s);
+        QCOMPARE(copy.value(u"projects"_s).toInt(), 2);
+        QCOMPARE(copy.value(u"entries"_s).toInt(), 3);
+        QCOMPARE(copy.value(u"minutes"_s).toInt(), 180);
+    }
+
     // While another program holds the lock (the desktop program saving, say), a command waits
     // for it, 10 seconds unless --wait says otherwise; commands started together all land, one
     // after the other.

@@ -16,6 +16,7 @@
 #include "filters/SearchResultsWindow.h"
 #include "mainwindow/ProjectController.h"
 #include "mainwindow/QuickFilterBar.h"
+#include "mainwindow/RestoreBackupDialog.h"
 #include "model/Entry.h"
 #include "model/ProjectCollection.h"
 #include "platform/Preferences.h"
@@ -181,6 +182,7 @@ void MainWindow::connectCommands() {
     on("save:", m_controller, &ProjectController::save);
     on("saveAs:", m_controller, &ProjectController::saveAs);
     on("revert:", m_controller, &ProjectController::revert);
+    on("restoreFromBackup:", this, &MainWindow::restoreFromBackup);
     on("terminate:", this, &MainWindow::quit);
     on("cut:", m_list, &ProjectListView::cut);
     on("copy:", m_list, &ProjectListView::copy);
@@ -436,6 +438,14 @@ void MainWindow::showAbout() {
     QMessageBox::about(this, tr("About Hourfold"),
                        tr("<h3>Hourfold %1</h3><p>Time tracking for freelancers.</p>")
                            .arg(QApplication::applicationVersion()));
+}
+
+void MainWindow::restoreFromBackup() {
+    auto *dialog = new RestoreBackupDialog(ProjectBackups(ProjectBackups::sharedFolder()), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &RestoreBackupDialog::backupChosen, m_controller,
+            &ProjectController::openBackup);
+    dialog->open();
 }
 
 void MainWindow::quit() {

@@ -102,6 +102,8 @@ public:
     void quit();
     // Shows the window and opens the files handed over by the desktop or a second launch.
     void openFiles(const QStringList &files);
+    // File ▸ Restore from Backup…: the kept copies; the chosen one opens as an untitled document.
+    void restoreFromBackup();
 
     void updateCommandStates();
     // A click on a segment of the action column, or the Stop command (segment 2).

@@ -182,6 +182,29 @@ bool ProjectController::loadFile(const QString &path) {
     return true;
 }
 
+bool ProjectController::openBackup(const QString &path) {
+    return settleChanges([this, path] { loadBackup(path); }) && loadBackup(path);
+}
+
+bool ProjectController::loadBackup(const QString &path) {
+    const ProjectFile::LoadResult result = ProjectFile::load(path);
+    if (!result.ok) {
+        m_alerts.runModal({tr("Restore failed."),
+                           tr("The backup \"%1\" could not be read: %2")
+                               .arg(Folders::withTilde(path), result.error),
+                           UserAlerts::Style::Critical,
+                           {tr("OK")}});
+        return false;
+    }
+    m_collection.newDatabase(result.projects);
+    setCurrentFilename(untitled());
+    emit documentReplaced();
+    emit mainWindowWanted();
+    emit statusMessage(tr("Restored from the backup of %1; save it to keep it.")
+                           .arg(QFileInfo(path).lastModified().toString(u"yyyy-MM-dd HH:mm"_s)));
+    return true;
+}
+
 void ProjectController::announceRecovery(const QString &path,
                                          const ProjectFile::LoadResult &result) {
     if (!result.recovered && result.unreadable.isEmpty())

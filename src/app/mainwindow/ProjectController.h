@@ -52,6 +52,9 @@ public:
     // A file handed over by the command line, the file manager or a second launch; false when it
     // is not open now (it could not be read, the user cancelled, or it waits for the save panel).
     bool openFile(const QString &path);
+    // Opens a backup copy as a new untitled document, so that saving it never replaces the file
+    // it was copied from; false when it is not open now.
+    bool openBackup(const QString &path);
 
     int askUserToSaveChanges();
     bool canQuitApp();
@@ -95,6 +98,7 @@ private:
     void replaceWithNewDatabase();
     // Loads the file in place of the document; the user hears of a failure.
     bool loadFile(const QString &path);
+    bool loadBackup(const QString &path);
     // Whether Save writes the known file rather than asking for one.
     bool canSaveInPlace() const;
     void savePanelDidEnd(const QString &path);

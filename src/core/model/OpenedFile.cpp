@@ -3,6 +3,7 @@
 #include "../platform/ProjectFileLock.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 void OpenedFile::take(const QString &path, quint64 contentHash) {
     m_path = path;
@@ -31,7 +32,7 @@ ProjectFile::SaveResult OpenedFile::save(const QString &path, const ProjectList 
     ProjectFileLock lock(path);
     if (!lock.lock()) {
         result.error = lock.errorString();
-    } else if (path == m_path && changedOnDisk()) {
+    } else if (path == m_path && QFileInfo::exists(path) && changedOnDisk()) {
         result.error = tr("\"%1\" was changed by another program since it was opened or last "
                           "saved. Nothing was written: reload the file or save it under another "
                           "name.")

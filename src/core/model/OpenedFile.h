@@ -26,8 +26,9 @@ public:
     void adoptFileOnDisk();
 
     // Writes the projects to the absolute path under its lock. When the path is this file and
-    // another program changed it, nothing is written and the reason says so. A written file
-    // becomes this one.
+    // another program changed it, nothing is written and the reason says so; when nothing is at
+    // the path any more (removed, or its folder gone and made again), it is written anew. A
+    // written file becomes this one.
     ProjectFile::SaveResult save(const QString &path, const ProjectList &projects);
 
 private:

@@ -101,13 +101,16 @@ void ProjectCollection::flushPendingSave() {
         saveCollection(m_file.path());
 }
 
-void ProjectCollection::newDatabase() {
-    m_projects.clear();
+void ProjectCollection::newDatabase(const ProjectList &projects) {
+    m_projects = projects;
+    for (const auto &project : std::as_const(m_projects))
+        project->setCurrencyFormatter(m_currency);
+    sortAllProjects();
     m_shown.update(m_projects);
     m_undoStack.clear();
     m_file.forget();
     m_savePending = false;
-    setDataChanged(false);
+    setDataChanged(!projects.isEmpty());
     emit projectsChanged();
 }
 

@@ -49,8 +49,9 @@ public:
     bool isMarkingAnnouncedChange() const { return m_markingAnnouncedChange; }
     void setDataChanged(bool changed);
     bool finishedLoading() const { return m_finishedLoading; }
-    // Empties the document and its undo history; the file it was read from is forgotten.
-    void newDatabase();
+    // Empties the document and its undo history; the file it was read from is forgotten. Given
+    // projects (a restored backup) fill the new document, which is then unsaved.
+    void newDatabase(const ProjectList &projects = {});
 
     // Reads the file and replaces the document with it; a failure leaves the document exactly as
     // it was.

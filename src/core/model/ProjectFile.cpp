@@ -5,6 +5,7 @@
 #include "../platform/FileIdentity.h"
 #include "Clock.h"
 #include "OlderLayoutReader.h"
+#include "ProjectBackups.h"
 #include "ProjectXmlReader.h"
 #include "ProjectXmlWriter.h"
 #include "XmlRepair.h"
@@ -106,6 +107,7 @@ QByteArray ProjectFile::makeXML(const ProjectList &projects) {
 
 ProjectFile::SaveResult ProjectFile::save(const QString &path, const ProjectList &projects) {
     const QByteArray bytes = makeXML(projects);
+    ProjectBackups(ProjectBackups::sharedFolder()).beforeReplacing(path, bytes);
     const AtomicFile::Result written = AtomicFile::write(path, bytes);
     return {written.ok, written.error, FileIdentity::hashOf(bytes)};
 }

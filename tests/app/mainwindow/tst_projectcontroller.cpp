@@ -149,6 +149,32 @@ private slots:
         QCOMPARE(m_collection->projectArray().constFirst()->name(), u"Web"_s);
     }
 
+    // A backup opens as a new untitled document with unsaved changes: the open file and the
+    // last-file preference stay as they were. An unreadable copy leaves the document alone.
+    void openingABackup_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("readable") << ProjectFile::makeXML(oneProject(u"Kept"_s));
+        QTest::newRow("unreadable") << QByteArray("not a project file");
+    }
+    void openingABackup() {
+        QFETCH(QByteArray, bytes);
+        const QString copy = m_folder->filePath(u"copy.projects"_s);
+        QVERIFY(writeFile(copy, bytes));
+        openWorkFile();
+        const QByteArray work = readFile(m_file);
+        const bool readable = m_controller->openBackup(copy);
+        QCOMPARE(m_user->alerts.size(), readable ? 0 : 1);
+        if (!readable)
+            QCOMPARE(m_user->messages(), QStringList{u"Restore failed."_s});
+        QCOMPARE(m_controller->currentFilename(), readable ? u"untitled"_s : m_file);
+        QCOMPARE(m_collection->projectArray().constFirst()->name(),
+                 readable ? u"Kept"_s : u"Web"_s);
+        QCOMPARE(m_collection->dataChanged(), readable);
+        QVERIFY(m_collection->currentFile().isEmpty() == readable);
+        QCOMPARE(m_preferences->stringForKey(u"LastOpenFile"), m_file);
+        QCOMPARE(readFile(m_file), work);
+    }
+
     // The status line says what the reading had to repair or leave empty (%1 the file, %2 the
     // original kept beside it).
     void openingARepairedFileSaysWhat_data() {
@@ -303,6 +329,58 @@ private slots:
         m_controller->save();
         QVERIFY(m_controller->saveWarning().isEmpty());
         QCOMPARE(ProjectFile::load(m_file).projects.size(), 2);
+    }
+
+    // A write that fails (a full disk, a read-only folder, the file replaced by a folder, its
+    // folder gone) leaves the old file whole and shows in the status line; Save As to it alerts.
+    // Once the cause is gone, the next Save writes the document.
+    void saveFaults_data() {
+        QTest::addColumn<QString>("fault");
+        for (const char *fault :
+             {"full disk", "read-only folder", "file replaced by a folder", "folder gone"})
+            QTest::newRow(fault) << QString::fromLatin1(fault);
+    }
+    void saveFaults() {
+        QFETCH(QString, fault);
+        const QString folder = m_folder->filePath(u"docs"_s);
+        const QString file = folder + u"/work.projects"_s;
+        QVERIFY(QDir().mkpath(folder) && ProjectFile::save(file, oneProject(u"Web"_s)).ok);
+        QVERIFY(m_controller->openFile(file));
+        m_preferences->setObject(file, u"LastOpenFile");
+        m_preferences->setObject(1, u"crashProtection");
+        const QByteArray before = readFile(file);
+        std::optional<FileFailures::LimitFileSize> full;
+        std::optional<FileFailures::ObeyPermissions> obey;
+        if (fault == u"full disk") {
+            full.emplace(200);
+        } else if (fault == u"read-only folder") {
+            obey.emplace();
+            QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+        } else if (fault == u"file replaced by a folder") {
+            QVERIFY(QFile::remove(file) && QDir().mkpath(file + u"/inside"_s));
+        } else {
+            QVERIFY(QDir(folder).removeRecursively());
+        }
+        m_collection->addProject(oneProject(u"Added"_s).constFirst());
+        QTRY_VERIFY(m_controller->saveWarning().startsWith(u"Not saved: "_s));
+        m_controller->saveAs();
+        m_user->endSavePanel(file);
+        // A folder in the file's place may also have been announced as another program's change.
+        const qsizetype failed = m_user->messages().indexOf(u"Save failed."_s);
+        QVERIFY2(failed >= 0, qPrintable(m_user->messages().join(u" | "_s)));
+        QCOMPARE(m_user->alerts.at(failed).style, UserAlerts::Style::Critical);
+        if (full || obey)
+            QCOMPARE(readFile(file), before);
+        full.reset();
+        if (obey)
+            QVERIFY(QFile::setPermissions(folder,
+                                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        obey.reset();
+        QDir(file).removeRecursively();
+        QVERIFY(QDir().mkpath(folder));
+        m_controller->save();
+        QTRY_VERIFY(m_controller->saveWarning().isEmpty());
+        QCOMPARE(ProjectFile::load(file).projects.size(), 2);
     }
 
     void revertReloadsWithoutAsking() {
