@@ -2,6 +2,7 @@
 
 #include "common/FilePanels.h"
 #include "model/Clock.h"
+#include "model/ProjectBackups.h"
 #include "model/ProjectCollection.h"
 #include "platform/DesktopServices.h"
 #include "platform/Folders.h"
@@ -10,6 +11,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 
 using namespace Qt::StringLiterals;
 
@@ -200,8 +202,10 @@ bool ProjectController::loadBackup(const QString &path) {
     setCurrentFilename(untitled());
     emit documentReplaced();
     emit mainWindowWanted();
-    emit statusMessage(tr("Restored from the backup of %1; save it to keep it.")
-                           .arg(QFileInfo(path).lastModified().toString(u"yyyy-MM-dd HH:mm"_s)));
+    const std::optional<ProjectBackups::Copy> copy = ProjectBackups::copyAt(path);
+    const QDateTime made = copy ? copy->made : QFileInfo(path).lastModified();
+    emit statusMessage(tr("Opened the backup of %1 as a new document; save it to keep it.")
+                           .arg(QLocale().toString(made.toLocalTime(), QLocale::ShortFormat)));
     return true;
 }
 

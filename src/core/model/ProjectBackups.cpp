@@ -140,17 +140,23 @@ QString ProjectBackups::beforeReplacing(const QString &path, QByteArrayView byte
     return made;
 }
 
+std::optional<ProjectBackups::Copy> ProjectBackups::copyAt(const QString &path) {
+    const QRegularExpressionMatch match = copyName().match(QFileInfo(path).fileName());
+    if (!match.hasMatch())
+        return {};
+    QDateTime made = QDateTime::fromString(match.captured(1), stampFormat);
+    made.setTimeSpec(Qt::UTC);
+    if (!made.isValid())
+        return {};
+    return Copy{path, match.captured(2), match.captured(3), made};
+}
+
 QList<ProjectBackups::Copy> ProjectBackups::copies() const {
     QList<Copy> found;
     const QDir folder(m_folder);
     for (const QString &name : folder.entryList({QStringLiteral("*.projects")}, QDir::Files)) {
-        const QRegularExpressionMatch match = copyName().match(name);
-        if (!match.hasMatch())
-            continue;
-        QDateTime made = QDateTime::fromString(match.captured(1), stampFormat);
-        made.setTimeSpec(Qt::UTC);
-        if (made.isValid())
-            found.append({folder.filePath(name), match.captured(2), match.captured(3), made});
+        if (const std::optional<Copy> copy = copyAt(folder.filePath(name)))
+            found.append(*copy);
     }
     std::sort(found.begin(), found.end(),
               [](const Copy &a, const Copy &b) { return a.made > b.made; });

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 // Rotating copies of project files, kept in one folder (the support folder's "Backups"). Before a
 // save replaces a project file, the file as it is on disk is copied when the newest copy of that
 // document is an hour old or more, and at once, whatever the hour, when the save would leave the
@@ -48,6 +50,8 @@ public:
 
     // Every copy in the folder, newest first.
     QList<Copy> copies() const;
+    // The copy that a file name describes; nothing for a file that is no copy.
+    static std::optional<Copy> copyAt(const QString &path);
     // The copies (of one document, any order) that the rotation removes.
     static QList<Copy> toPrune(const QList<Copy> &copies);
     static Summary summarize(const QString &copyPath);
