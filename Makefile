@@ -2,8 +2,12 @@
 PRESET ?= default
 BUILD_DIR := $(if $(filter asan,$(PRESET)),build-asan,build)
 SHELL := /bin/bash
+# `make fuzz`: seconds per harness, how many run at once, and which (all when empty).
+FUZZ_SECONDS ?= 60
+FUZZ_JOBS ?= 1
+FUZZ_READERS ?=
 
-.PHONY: all bootstrap configure build run test bench soak format clean
+.PHONY: all bootstrap configure build run test bench soak fuzz format clean
 
 all: build
 
@@ -29,8 +33,14 @@ soak: build
 bench: build
 	@./scripts/run-bench $(BUILD_DIR)
 
+fuzz:
+	@./scripts/bootstrap fuzz
+	@cmake --preset fuzz >/dev/null
+	@cmake --build --preset fuzz
+	@./scripts/fuzz build-fuzz $(FUZZ_SECONDS) $(FUZZ_JOBS) $(FUZZ_READERS)
+
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	@rm -rf build build-asan
+	@rm -rf build build-asan build-fuzz

@@ -24,13 +24,16 @@ xmlNodePtr firstChild(xmlNodePtr parent, const char *name) {
     return nullptr;
 }
 
+// The entries at or below the node, but none inside another: converting an entry frees its "from"
+// and "to" with all they hold, and an entry among that would be converted after it was freed.
 void collectEntries(xmlNodePtr node, std::vector<xmlNodePtr> &entries) {
+    if (isElement(node, "entry")) {
+        entries.push_back(node);
+        return;
+    }
     for (xmlNodePtr child = node->children; child; child = child->next) {
-        if (child->type != XML_ELEMENT_NODE)
-            continue;
-        if (isElement(child, "entry"))
-            entries.push_back(child);
-        collectEntries(child, entries);
+        if (child->type == XML_ELEMENT_NODE)
+            collectEntries(child, entries);
     }
 }
 
@@ -98,11 +101,8 @@ OlderLayoutReader::Result OlderLayoutReader::read(const QByteArray &bytes, bool 
 bool OlderLayoutReader::convertXMLDocToCurrentFormat(xmlDoc *document, QString *error) {
     xmlNodePtr root = xmlDocGetRootElement(document);
     std::vector<xmlNodePtr> entries;
-    if (root) {
-        if (isElement(root, "entry"))
-            entries.push_back(root);
+    if (root)
         collectEntries(root, entries);
-    }
     for (xmlNodePtr entry : entries) {
         xmlNodePtr day = firstChild(entry, "day");
         xmlNodePtr from = firstChild(entry, "from");

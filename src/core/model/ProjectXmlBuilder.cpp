@@ -25,19 +25,21 @@ template <typename Use> auto utf16(const std::string &text, Use use) {
 
 } // namespace
 
+// The fields are assigned rather than emplaced: clang judges a nested struct with member
+// initialisers not default-constructible while the enclosing class is still incomplete.
 void ProjectXmlBuilder::startProject(int line) {
-    m_project.emplace();
+    m_project = ProjectFields();
     m_project->line = line;
     ++m_projectIndex;
 }
 
 void ProjectXmlBuilder::startEntry(int line) {
-    m_entry.emplace();
+    m_entry = EntryFields();
     m_entry->line = line;
 }
 
 void ProjectXmlBuilder::startFee(int line) {
-    m_fee.emplace();
+    m_fee = FeeFields();
     m_fee->line = line;
 }
 

@@ -26,14 +26,13 @@ plist_type typeOf(plist_t node) {
     return node ? plist_get_node_type(node) : PLIST_NONE;
 }
 
+// By its length: a string may hold NUL characters, on which libplist's copying getter asserts.
 QString stringOf(plist_t node) {
     if (typeOf(node) != PLIST_STRING)
         return {};
-    char *value = nullptr;
-    plist_get_string_val(node, &value);
-    const QString text = QString::fromUtf8(value);
-    free(value);
-    return text;
+    uint64_t length = 0;
+    const char *value = plist_get_string_ptr(node, &length);
+    return QString::fromUtf8(value, qsizetype(length));
 }
 
 std::optional<quint64> unsignedOf(plist_t node) {

@@ -244,6 +244,23 @@ private slots:
         QCOMPARE(readFile(m_path), content);
     }
 
+    // Inputs that once crashed the reader now read to projects that save and read back the same,
+    // or to a message and nothing else.
+    void readsOnceFatalInputs_data() { addFuzzRegressionRows(u"projectfile"_s); }
+    void readsOnceFatalInputs() {
+        QFETCH(QByteArray, input);
+        const ProjectFile::LoadResult read = ProjectFile::read(input);
+        if (!read.ok) {
+            QVERIFY(!read.error.isEmpty());
+            QVERIFY(read.projects.isEmpty());
+            return;
+        }
+        const QByteArray saved = ProjectFile::makeXML(read.projects);
+        const ProjectFile::LoadResult reread = ProjectFile::read(saved);
+        QVERIFY(reread.ok && !reread.recovered);
+        QCOMPARE(ProjectFile::makeXML(reread.projects), saved);
+    }
+
     void repairsDamagedFiles_data() {
         QTest::addColumn<bool>("older");
         QTest::addColumn<QByteArray>("from");

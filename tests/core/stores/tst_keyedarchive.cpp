@@ -165,6 +165,10 @@ print(items[0], cls(items[1]), items[1]['NS.rangeval.location'],
             << good.left(good.size() / 2) << u"The data is not a property list."_s;
         QTest::newRow("other plist") << QByteArray("<plist version=\"1.0\"><array/></plist>")
                                      << u"The property list is not a keyed archive."_s;
+        QTest::newRow("archiver name with a NUL")
+            << QByteArray("<plist version=\"1.0\"><dict><key>$archiver</key><string>NSKeyed") +
+                   '\0' + "Archiver</string></dict></plist>"
+            << u"The property list is not a keyed archive."_s;
         QTest::newRow("root outside") << archiveWith("<string>a</string>", "9")
                                       << u"Reference 9 points outside the archive's 2 objects."_s;
         QTest::newRow("cycle") << oneObject("NSArray",
@@ -193,6 +197,14 @@ print(items[0], cls(items[1]), items[1]['NS.rangeval.location'],
         const auto read = KeyedUnarchiver::unarchive(archive, {});
         QVERIFY(!read.ok);
         QTEST(read.error, "error");
+    }
+
+    // Inputs that once crashed the reader now read, or are rejected with a reason.
+    void readsOnceFatalInputs_data() { addFuzzRegressionRows(u"keyedarchive"_s); }
+    void readsOnceFatalInputs() {
+        QFETCH(QByteArray, input);
+        const auto read = KeyedUnarchiver::unarchive(input, {});
+        QCOMPARE(read.error.isEmpty(), read.ok);
     }
 
     void indexSetsMerge() {
