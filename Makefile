@@ -3,7 +3,7 @@ PRESET ?= default
 BUILD_DIR := $(if $(filter asan,$(PRESET)),build-asan,build)
 SHELL := /bin/bash
 
-.PHONY: all bootstrap configure build run test bench format clean
+.PHONY: all bootstrap configure build run test package bench format clean
 
 all: build
 
@@ -21,6 +21,9 @@ run: build
 
 test: build
 	@cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2
+
+package: build
+	@cmake --build --preset $(PRESET) --target package
 
 bench: build
 	@./scripts/run-bench $(BUILD_DIR)
