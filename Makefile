@@ -7,7 +7,7 @@ FUZZ_SECONDS ?= 60
 FUZZ_JOBS ?= 1
 FUZZ_READERS ?=
 
-.PHONY: all bootstrap configure build run test bench soak fuzz format clean
+.PHONY: all bootstrap configure build run test package bench soak fuzz format clean
 
 all: build
 
@@ -29,6 +29,9 @@ test: build
 # The crash campaign in its long form: 1,000 kills of the desktop program while it saves.
 soak: build
 	@cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen HOURFOLD_SOAK_ROUNDS=1000 ./bin/tst_crashcampaign
+
+package: build
+	@cmake --build --preset $(PRESET) --target package
 
 bench: build
 	@./scripts/run-bench $(BUILD_DIR)

@@ -22,27 +22,55 @@
 #include <QUrl>
 
 #include <cstdio>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// --help and --version are answered by a process without a window system, so that they work
+// without a display (manual pages are made from them at build time) and touch no user file.
+// --help-all lists the window system's options as well, so it takes the full start. Options that
+// only the window system knows (-platform NAME) are passed over here.
+bool asksForHelpOrVersion(int argc, char *argv[]) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument(argv[i]);
+        if (argument == "--")
+            return false;
+        if (argument == "-h" || argument == "--help" || argument == "-v" || argument == "--version")
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
 int main(int argc, char *argv[]) {
+    QCoreApplication::setApplicationName(u"Hourfold"_s);
+    QCoreApplication::setOrganizationName(u"Hourfold"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(HOURFOLD_VERSION));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Time tracking for freelancers."_s);
+    parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    parser.addPositionalArgument(u"file"_s, u"A project file to open."_s, u"[file]"_s);
+    if (asksForHelpOrVersion(argc, argv)) {
+        const QCoreApplication app(argc, argv);
+        parser.parse(QCoreApplication::arguments());
+        // Both print their text and end the process.
+        if (parser.isSet(version))
+            parser.showVersion();
+        parser.showHelp();
+    }
+
     // The previous version's preferences and support folder come over before anything reads them.
     VersionMigration::migrate(VersionMigration::defaultPaths());
     WebEngineSetup::prepareProcess();
     QApplication app(argc, argv);
-    QApplication::setApplicationName(u"Hourfold"_s);
-    QApplication::setOrganizationName(u"Hourfold"_s);
-    QApplication::setApplicationVersion(QStringLiteral(HOURFOLD_VERSION));
     QApplication::setDesktopFileName(u"hourfold"_s);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(
         QIcon::fromTheme(u"hourfold"_s, QIcon(Folders::imagePath(u"hourfold"_s))));
-
-    QCommandLineParser parser;
-    parser.setApplicationDescription(u"Time tracking for freelancers."_s);
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addPositionalArgument(u"file"_s, u"A project file to open."_s, u"[file]"_s);
     parser.process(app);
     QStringList files;
     // Desktop launchers and the recent-files list hand over file:// addresses as well as paths.

@@ -32,7 +32,7 @@ CliCommands::~CliCommands() {
 
 CliCommands::Application CliCommands::applicationFor(const QStringList &arguments) {
     CliGlobalOptions global;
-    if (!global.parse(arguments) || global.help() || global.commandHelp() ||
+    if (!global.parse(arguments) || global.help() || global.commandHelp() || global.version() ||
         global.rest().value(0) != u"export")
         return Application::Core;
     CliOptions options(CliExport::valuedOptions(), CliExport::switches());
@@ -50,6 +50,10 @@ int CliCommands::run(const QStringList &arguments) {
         return m_console.fail(global.error());
     if (global.help()) {
         m_console.out() << CliHelp::general();
+        return CliConsole::Success;
+    }
+    if (global.version()) {
+        m_console.out() << u"hourfold-cli " HOURFOLD_VERSION "\n"_s;
         return CliConsole::Success;
     }
     m_console.setJson(global.json());

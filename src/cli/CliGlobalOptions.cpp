@@ -30,6 +30,9 @@ bool CliGlobalOptions::parse(const QStringList &arguments) {
         if (argument == u"--help") {
             (m_rest.isEmpty() ? m_help : m_commandHelp) = true;
             return true;
+        } else if (argument == u"--version") {
+            m_version = true;
+            return true;
         } else if (argument == u"--json") {
             m_json = true;
         } else if (name == u"--file") {

@@ -23,6 +23,7 @@ QString CliHelp::general() {
            "  --wait SECONDS    how long to wait while another program holds the file's lock\n"
            "                    (default 10; 0 gives up at once)\n"
            "  --help            this text; COMMAND --help describes one command\n"
+           "  --version         the program's version\n"
            "\n"
            "Commands:\n"
            "  check                    reads the file and counts what it holds\n"

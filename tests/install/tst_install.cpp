@@ -1,8 +1,8 @@
 #include "support/Files.h"
+#include "support/RunProgram.h"
 
 #include <QImage>
 #include <QMimeDatabase>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -11,24 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-struct Run {
-    int exitCode = -1;
-    QString output;
-};
-
-// Runs a program to its end with its standard output and error joined.
-Run run(const QString &program, const QStringList &arguments) {
-    const QString path = QStandardPaths::findExecutable(program);
-    if (path.isEmpty())
-        return {-1, program + u" is not installed (scripts/bootstrap installs it)"_s};
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(path, arguments);
-    process.waitForFinished(-1);
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromLocal8Bit(process.readAll())};
-}
 
 const QString projectsDocument = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!--1.5-->\n"
                                  "<projects>\n\t<project>\n\t\t<name>Web</name>\n"
