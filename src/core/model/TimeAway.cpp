@@ -22,7 +22,9 @@ TimeAway::TimeAway(const QDateTime &from, const QDateTime &to)
     , m_to(to) {}
 
 int TimeAway::minutes() const {
-    return int(m_from.secsTo(m_to) / 60);
+    // Counted between the whole minutes of the ends, as the message shows them and the pause
+    // keeps them.
+    return int(m_to.toSecsSinceEpoch() / 60 - m_from.toSecsSinceEpoch() / 60);
 }
 
 QList<std::shared_ptr<Entry>> TimeAway::entriesThatRan(const ProjectCollection &collection) const {
