@@ -10,3 +10,5 @@ Q_DECLARE_LOGGING_CATEGORY(lcPreferences)
 Q_DECLARE_LOGGING_CATEGORY(lcStores)
 Q_DECLARE_LOGGING_CATEGORY(lcSearch)
 Q_DECLARE_LOGGING_CATEGORY(lcApp)
+// Desktop services: notifications, remote keys, sleep and idle.
+Q_DECLARE_LOGGING_CATEGORY(lcDesktop)

@@ -1,9 +1,15 @@
 #include "desktop/DesktopPresence.h"
 
+#include "Logging.h"
+#include "desktop/AwayWatcher.h"
+#include "desktop/DBusNotifier.h"
 #include "desktop/MiniWindow.h"
 #include "desktop/QtTrayIcon.h"
+#include "desktop/Reminders.h"
+#include "desktop/RemoteControl.h"
 #include "desktop/StatusMenu.h"
 #include "desktop/UnityLauncherEntry.h"
+#include "model/Entry.h"
 #include "model/ProjectCollection.h"
 #include "platform/Preferences.h"
 
@@ -47,7 +53,13 @@ DesktopPresence::DesktopPresence(const Services &services, QWidget *mainWindow)
               given<LauncherEntry, UnityLauncherEntry>(services.launcher, m_ownLauncher),
               [](const QImage &icon) { QApplication::setWindowIcon(QPixmap::fromImage(icon)); })
     , m_miniWindow(std::make_unique<MiniWindow>(services.collection))
-    , m_presence(services.preferences, services.alerts) {
+    , m_presence(services.preferences, services.alerts)
+    , m_reminders(std::make_unique<Reminders>(
+          services.preferences, services.collection, services.alerts,
+          given<Notifier, DBusNotifier>(services.notifier, m_ownNotifier)))
+    , m_remote(std::make_unique<RemoteControl>())
+    , m_away(std::make_unique<AwayWatcher>(services.preferences, services.collection,
+                                           services.idleTime)) {
     connect(&m_collection, &ProjectCollection::projectsChanged, this,
             &DesktopPresence::timersChanged);
     // Changes made in place (a timer paused or resumed) only set the mark; a change the
@@ -69,6 +81,10 @@ DesktopPresence::DesktopPresence(const Services &services, QWidget *mainWindow)
         if (visible)
             m_mainWindow->hide();
     });
+    connect(m_remote.get(), &RemoteControl::appleRemoteButton, this,
+            &DesktopPresence::appleRemoteButton);
+    connect(m_remote.get(), &RemoteControl::raiseRequested, this,
+            &DesktopPresence::chooseMainWindow);
 }
 
 DesktopPresence::~DesktopPresence() = default;
@@ -77,12 +93,17 @@ void DesktopPresence::start() {
     m_statusMenu->activate();
     m_badge.update(m_collection.numWorkingEntries(), m_preferences.boolForKey(u"showDockBadge"));
     reopen();
+    m_reminders->setupReminders();
+    m_remote->setListening(m_preferences.boolForKey(u"useRemote"));
+    m_away->updateIdleMinutes();
+    updateRemoteTimer();
 }
 
 void DesktopPresence::refresh() {
     m_statusMenu->refreshStatusMenu();
     if (m_miniWindow->isHUDVisible())
         m_miniWindow->reloadData();
+    updateRemoteTimer();
 }
 
 void DesktopPresence::timersChanged() {
@@ -98,6 +119,13 @@ void DesktopPresence::preferenceChanged(const QString &key) {
             m_statusMenu->deactivate();
     } else if (key == u"showDockBadge") {
         m_badge.update(m_collection.numWorkingEntries(), m_preferences.boolForKey(key));
+    } else if (Reminders::isReminderSetting(key)) {
+        m_reminders->setupReminders();
+    } else if (key == u"useRemote") {
+        m_remote->setListening(m_preferences.boolForKey(key));
+        updateRemoteTimer();
+    } else if (key == u"idleMinutes") {
+        m_away->updateIdleMinutes();
     }
 }
 
@@ -134,7 +162,7 @@ void DesktopPresence::mainWindowClosed() {
 }
 
 void DesktopPresence::trayClicked() {
-    if (m_mainWindow->isVisible() && !m_mainWindow->isMinimized())
+    if (isMainWindowShown())
         m_mainWindow->hide();
     else
         chooseMainWindow();
@@ -150,4 +178,55 @@ void DesktopPresence::quitFromTray() {
     if (m_collection.dataChanged())
         showMainWindow();
     emit quitWanted();
+}
+
+bool DesktopPresence::isMainWindowShown() const {
+    return m_mainWindow->isVisible() && !m_mainWindow->isMinimized();
+}
+
+void DesktopPresence::appleRemoteButton(int button, bool pressedDown) {
+    using Action = RemoteButtonLogic::Action;
+    const Action action = isMainWindowShown()
+                              ? RemoteButtonLogic::mainWindowAction(button, pressedDown)
+                              : RemoteButtonLogic::miniWindowAction(button, pressedDown);
+    switch (action) {
+    case Action::None:
+        return;
+    case Action::Unmapped:
+        qCWarning(lcDesktop, "Unmapped event for button %d", button);
+        return;
+    case Action::ShowMiniWindow:
+        showMiniWindow();
+        break;
+    case Action::ShowMainWindow:
+        chooseMainWindow();
+        break;
+    case Action::Up:
+        m_miniWindow->up();
+        break;
+    case Action::Down:
+        m_miniWindow->down();
+        break;
+    case Action::Play:
+        m_miniWindow->play();
+        break;
+    default:
+        emit remoteAction(action);
+        break;
+    }
+    updateRemoteTimer();
+}
+
+void DesktopPresence::updateRemoteTimer() {
+    if (!m_remote->isListening())
+        return;
+    std::shared_ptr<Entry> timer;
+    if (isMainWindowShown()) {
+        timer = m_selectedTimer ? m_selectedTimer() : nullptr;
+    } else {
+        if (!m_miniWindow->isHUDVisible())
+            m_miniWindow->logic().reloadData();
+        timer = m_miniWindow->logic().selectedEntry();
+    }
+    m_remote->showTimer(timer && timer->isWorking() ? timer.get() : nullptr);
 }

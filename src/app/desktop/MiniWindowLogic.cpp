@@ -2,6 +2,7 @@
 
 #include "model/Clock.h"
 #include "model/Entry.h"
+#include "model/Project.h"
 #include "model/ProjectCollection.h"
 
 MiniWindowLogic::MiniWindowLogic(ProjectCollection &collection)
@@ -61,6 +62,11 @@ QString MiniWindowLogic::durationString(const Entry &entry) {
     const QDateTime now = Clock::now();
     const int minutes = int(start.secsTo(now) / 60) - entry.pauseTimeWithPeriodFrom(start, now);
     return ProjectCollection::makeStringFromMinutes(minutes);
+}
+
+QString MiniWindowLogic::projectAndDuration(const Entry &entry) {
+    const QString project = entry.parent() ? entry.parent()->name() : QString();
+    return project + QStringLiteral(": ") + durationString(entry);
 }
 
 QRect MiniWindowLogic::listFrame(int width) const {

@@ -34,6 +34,8 @@ public:
     // The live duration of a running entry: the minutes since its start less its pauses in that
     // time, as "hh:mm".
     static QString durationString(const Entry &entry);
+    // "Project: hh:mm", as reminders and the media player name a timer.
+    static QString projectAndDuration(const Entry &entry);
 
     const QList<std::shared_ptr<Entry>> &listItems() const { return m_listItems; }
     int selectedIndex() const { return m_selectedIndex; }

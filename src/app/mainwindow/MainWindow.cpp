@@ -4,6 +4,7 @@
 #include "ProjectListView.h"
 #include "customers/CustomerSideBar.h"
 #include "desktop/DesktopPresence.h"
+#include "desktop/RemoteControl.h"
 #include "details/AttachmentOpenPanel.h"
 #include "details/AttachmentsPanel.h"
 #include "details/DetailsPane.h"
@@ -142,6 +143,11 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     connect(m_controller, &ProjectController::refresh, m_presence, &DesktopPresence::refresh);
     connect(m_presence, &DesktopPresence::preferencesWanted, this, &MainWindow::showPreferences);
     connect(m_presence, &DesktopPresence::quitWanted, this, &MainWindow::quit);
+    connect(m_presence, &DesktopPresence::remoteAction, this, &MainWindow::remoteAction);
+    m_presence->setSelectedTimer([this]() -> std::shared_ptr<Entry> {
+        const auto item = m_list->selectedItem();
+        return item && item->isEntry() ? std::static_pointer_cast<Entry>(item) : nullptr;
+    });
     connect(m_controller, &ProjectController::quitAnswered, this, [this](bool quit) {
         if (quit)
             terminate();
@@ -163,6 +169,7 @@ MainWindow::MainWindow(const Services &services, QWidget *parent)
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         updateDetails();
         updateCommandStates();
+        m_presence->updateRemoteTimer();
     });
     connect(&services.preferences, &Preferences::valueChanged, this,
             &MainWindow::preferenceChanged);
@@ -425,6 +432,10 @@ void MainWindow::showPreferences() {
     if (!m_preferencesWindow) {
         m_preferencesWindow = new PreferencesWindow(m_services.preferences, m_services.collection,
                                                     m_services.currency, this);
+        RemoteControl &remote = m_presence->remoteControl();
+        m_preferencesWindow->setRemoteNotice(remote.notice());
+        connect(&remote, &RemoteControl::noticeChanged, m_preferencesWindow,
+                [this, &remote] { m_preferencesWindow->setRemoteNotice(remote.notice()); });
         // Centred over the main window the first time; later where the user left it.
         m_preferencesWindow->adjustSize();
         m_preferencesWindow->move(frameGeometry().center() - m_preferencesWindow->rect().center());
@@ -432,6 +443,57 @@ void MainWindow::showPreferences() {
     m_preferencesWindow->show();
     m_preferencesWindow->raise();
     m_preferencesWindow->activateWindow();
+}
+
+void MainWindow::remoteAction(RemoteButtonLogic::Action action) {
+    using Action = RemoteButtonLogic::Action;
+    const QModelIndex current = m_list->selectedIndex();
+    switch (action) {
+    case Action::SelectPrevious:
+    case Action::SelectNext: {
+        const QModelIndexList rows = shownRows();
+        const int at = int(rows.indexOf(current));
+        const int row = action == Action::SelectPrevious
+                            ? RemoteButtonLogic::previousRow(at, int(rows.size()))
+                            : RemoteButtonLogic::nextRow(at, int(rows.size()));
+        if (row >= 0) {
+            m_list->selectRow(rows.at(row));
+            m_list->scrollTo(rows.at(row));
+        }
+        break;
+    }
+    case Action::PauseOrResume: {
+        const auto item = m_list->selectedItem();
+        if (item && item->isEntry()) {
+            if (item->isPaused())
+                resume();
+            else
+                pause();
+        }
+        break;
+    }
+    case Action::Expand:
+    case Action::Collapse:
+        // Only a project row opens and closes.
+        if (current.isValid() && !current.parent().isValid())
+            m_list->setExpanded(current, action == Action::Expand);
+        break;
+    default:
+        break;
+    }
+}
+
+QModelIndexList MainWindow::shownRows() const {
+    QModelIndexList rows;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const QModelIndex project = m_model->index(row, 0);
+        rows << project;
+        if (!m_list->isExpanded(project))
+            continue;
+        for (int child = 0; child < m_model->rowCount(project); ++child)
+            rows << m_model->index(child, 0, project);
+    }
+    return rows;
 }
 
 void MainWindow::showAbout() {

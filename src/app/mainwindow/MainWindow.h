@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/RemoteButtonLogic.h"
 #include "details/DetailsPage.h"
 #include "mainwindow/CommandValidation.h"
 #include "mainwindow/EditCommands.h"
@@ -12,6 +13,7 @@
 #include "stores/AttachmentController.h"
 
 #include <QMainWindow>
+#include <QModelIndexList>
 
 class AttachmentsPanel;
 class CurrencyFormatter;
@@ -146,6 +148,11 @@ private:
     void expandProject(const Project *project);
     void showPreferences();
     void showAbout();
+    // A button of the remote on the list: select the row above or below (round the ends), pause
+    // or resume the selected entry, expand or collapse the selected project.
+    void remoteAction(RemoteButtonLogic::Action action);
+    // The rows the list shows, top to bottom.
+    QModelIndexList shownRows() const;
     void terminate();
     CommandValidation::Selection selection() const;
 

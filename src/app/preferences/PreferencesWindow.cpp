@@ -160,7 +160,14 @@ QWidget *PreferencesWindow::generalPage(const CurrencyFormatter &currency) {
     });
     m_controls.insert(u"firstDayOfWeek"_s, {firstDay});
     otherForm->addRow(fieldLabel(tr("Weeks start on:"), firstDay), firstDay);
-    otherForm->addRow(checkBox(u"useRemote"_s, tr("Listen to the remote control")));
+    otherForm->addRow(checkBox(u"useRemote"_s, tr("Listen to the remote control and media keys")));
+    m_remoteNotice = new QLabel;
+    m_remoteNotice->setObjectName(u"remoteNotice"_s);
+    m_remoteNotice->setWordWrap(true);
+    m_remoteNotice->setMaximumWidth(380);
+    m_remoteNotice->setContentsMargins(indent, 0, 0, 0);
+    m_remoteNotice->hide();
+    otherForm->addRow(m_remoteNotice);
     layout->addWidget(other);
     layout->addStretch();
     return page;
@@ -252,8 +259,24 @@ QWidget *PreferencesWindow::remindersPage() {
     kinds->addLayout(kindRows);
     remindersLayout->addLayout(kinds);
     layout->addWidget(reminders);
+
+    auto *away = new QGroupBox(tr("Time away"));
+    auto *awayLayout = new QHBoxLayout(away);
+    auto *idle = static_cast<QSpinBox *>(intervalSpinBox(u"idleMinutes"_s, 0));
+    idle->setSpecialValueText(tr("never"));
+    idle->setAccessibleName(tr("Ask about time away after idle minutes"));
+    awayLayout->addWidget(fieldLabel(tr("Ask about time away after"), idle));
+    awayLayout->addWidget(idle);
+    awayLayout->addWidget(new QLabel(tr("idle minutes")));
+    awayLayout->addStretch();
+    layout->addWidget(away);
     layout->addStretch();
     return page;
+}
+
+void PreferencesWindow::setRemoteNotice(const QString &notice) {
+    m_remoteNotice->setText(notice);
+    m_remoteNotice->setVisible(!notice.isEmpty());
 }
 
 QCheckBox *PreferencesWindow::checkBox(const QString &key, const QString &text,
@@ -325,10 +348,10 @@ void PreferencesWindow::chooseColor(const QString &key) {
     dialog->open();
 }
 
-QWidget *PreferencesWindow::intervalSpinBox(const QString &key) {
+QWidget *PreferencesWindow::intervalSpinBox(const QString &key, int minimum) {
     auto *box = new QSpinBox;
     box->setObjectName(key);
-    box->setRange(1, 24 * 60);
+    box->setRange(minimum, 24 * 60);
     box->setKeyboardTracking(false);
     box->setAlignment(Qt::AlignRight);
     connect(box, &QSpinBox::valueChanged, this,

@@ -9,9 +9,11 @@ class Preferences;
 class ProjectCollection;
 class QBoxLayout;
 class QCheckBox;
+class QLabel;
 class QTabWidget;
 
-// The preferences window: the pages "General", "Display" and "Reminders". Every control writes
+// The preferences window: the pages "General", "Display" and "Reminders" (with the question
+// about time away). Every control writes
 // its preference the moment it changes (listeners react to Preferences::valueChanged), and shows
 // the stored value whenever the window is shown or the value changes elsewhere. Hiding faded
 // projects goes through the document, which stores the preference itself. A normal window:
@@ -27,6 +29,8 @@ public:
                       const CurrencyFormatter &currency, QWidget *parent = nullptr);
 
     QTabWidget *pages() const { return m_pages; }
+    // Why the remote cannot be read (shown under its check box); empty hides the notice.
+    void setRemoteNotice(const QString &notice);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -45,7 +49,7 @@ private:
                       std::function<int(int)> valueOfRow, std::function<int(int)> rowOfValue);
     QWidget *colorButton(const QString &key);
     void chooseColor(const QString &key);
-    QWidget *intervalSpinBox(const QString &key);
+    QWidget *intervalSpinBox(const QString &key, int minimum = 1);
 
     // Shows the stored value of one setting in its control, without writing it back.
     void load(const QString &key);
@@ -55,6 +59,7 @@ private:
     Preferences &m_preferences;
     ProjectCollection &m_collection;
     QTabWidget *m_pages;
+    QLabel *m_remoteNotice = nullptr;
     QHash<QString, std::function<void()>> m_loaders;
     // The widgets that take input for a setting, or say what it is, by preference key.
     QHash<QString, QList<QWidget *>> m_controls;

@@ -249,9 +249,17 @@ void Entry::resume() {
 }
 
 void Entry::stop() {
-    if (isPaused())
-        resume();
-    QDateTime moment = Clock::nowToTheSecond();
+    stopAt(Clock::nowToTheSecond());
+}
+
+void Entry::stopAt(const QDateTime &end) {
+    if (isPaused()) {
+        // The pause ends with the entry; one that would begin after the end is dropped.
+        if (pausedAt() < end)
+            pause_entries_->append(std::make_shared<PauseEntry>(pausedAt(), end));
+        paused_at_ = PauseEntry::unset;
+    }
+    QDateTime moment = end;
     if (m_parent)
         moment = m_parent->clockMoment(moment);
     toDate_ = StoredForms::dateText(moment.date());

@@ -74,6 +74,8 @@ public:
     // Stops the timer at now (rounded when the project rounds clock times): a paused entry is
     // resumed first, then the end texts and the whole minutes since the start are written.
     void stop();
+    // Stops the timer at the given moment instead of now; a pause still open closes there.
+    void stopAt(const QDateTime &end);
     void deleteAllPauseEntries();
     // A running period entry started now, the clock time rounded when the project rounds clock
     // times; not yet added to the project.

@@ -322,6 +322,57 @@ void ProjectCollection::editEntry(const std::shared_ptr<Entry> &entry, const Ent
         });
 }
 
+void ProjectCollection::changeEntries(const QString &operationName,
+                                      const QList<std::shared_ptr<Entry>> &entries,
+                                      const std::function<void(Entry &)> &change) {
+    struct State {
+        std::shared_ptr<Entry> values;
+        PauseList pauses;
+        QDateTime pausedAt;
+    };
+    const auto capture = [](const Entry &entry) {
+        return State{entry.copy(), entry.pauseEntries(), entry.pausedAt()};
+    };
+    const auto restore = [this](const QList<std::shared_ptr<Entry>> &targets,
+                                const QList<State> &states) {
+        for (qsizetype i = 0; i < targets.size(); ++i) {
+            Entry &entry = *targets.at(i);
+            const Entry &values = *states.at(i).values;
+            entry.setFromTime(values.fromTime());
+            entry.setFromDate(values.fromDate());
+            entry.setToTime(values.toTime());
+            entry.setToDate(values.toDate());
+            entry.setTime(values.storedMinutes());
+            entry.setIsWorking(values.isWorking());
+            entry.setPauseEntries(states.at(i).pauses);
+            entry.setPausedAt(states.at(i).pausedAt);
+        }
+        for (const auto &entry : targets) {
+            if (entry->parent())
+                sortEntriesOfProject(*entry->parent());
+        }
+    };
+    QList<State> before;
+    QList<State> after;
+    for (const auto &entry : entries) {
+        before << capture(*entry);
+        change(*entry);
+        after << capture(*entry);
+    }
+    // The change was worked out in place; the undo step makes it again as it is pushed.
+    restore(entries, before);
+    push(
+        operationName,
+        [this, restore, entries, after] {
+            restore(entries, after);
+            changed();
+        },
+        [this, restore, entries, before] {
+            restore(entries, before);
+            changed();
+        });
+}
+
 void ProjectCollection::editFlatFeeEntry(const std::shared_ptr<FlatFeeEntry> &fee,
                                          const FlatFeeEntry &values) {
     const auto now = values.copy();

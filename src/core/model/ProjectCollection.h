@@ -91,6 +91,10 @@ public:
     void moveEntries(const ItemList &items, const std::shared_ptr<Project> &target);
     void editProject(const std::shared_ptr<Project> &project, const Project &values);
     void editEntry(const std::shared_ptr<Entry> &entry, const Entry &values, bool stopped);
+    // Applies the change to each entry as one undo step under the name; undo brings back the
+    // entries' texts, minutes, flags, pauses and pause moments as they were.
+    void changeEntries(const QString &operationName, const QList<std::shared_ptr<Entry>> &entries,
+                       const std::function<void(Entry &)> &change);
     void editFlatFeeEntry(const std::shared_ptr<FlatFeeEntry> &fee, const FlatFeeEntry &values);
     void moveProject(const std::shared_ptr<Project> &project, int index);
     void assignCustomerWithID(int customerId, const std::shared_ptr<Project> &project);

@@ -80,6 +80,7 @@ QVariantMap Preferences::registeredDefaults() {
         {QStringLiteral("runningReminderInterval"), 15},
         {QStringLiteral("pausedReminderInterval"), 5},
         {QStringLiteral("reminderType"), 0},
+        {QStringLiteral("idleMinutes"), 10},
         {QStringLiteral("startedFirstTime"), yes},
         {QStringLiteral("projectColor"), colorText(QColor::fromRgbF(1.0f, 0.56f, 0.53f, 1.0f))},
         {QStringLiteral("unfinishedEntryColor"),

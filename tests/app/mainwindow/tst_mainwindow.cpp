@@ -325,6 +325,36 @@ private slots:
         QCOMPARE(timerStates(), u"running 0, paused 2"_s);
     }
 
+    // The remote's buttons on the list: up and down go round its ends, play pauses and resumes
+    // the selected entry, left and right close and open the selected project.
+    void remoteButtonsOnTheList() {
+        startWithTimers();
+        DesktopPresence &presence = m_window->desktopPresence();
+        const auto selectedRow = [this] {
+            const QModelIndex current = m_window->listView()->selectedIndex();
+            return u"%1.%2"_s.arg(current.parent().row()).arg(current.row());
+        };
+        const auto paused = [this] { return m_window->listView()->selectedItem()->isPaused(); };
+        presence.appleRemoteButton(0, true);
+        presence.appleRemoteButton(0, false);
+        QCOMPARE(selectedRow(), u"0.1"_s);
+        const bool wasPaused = paused();
+        presence.appleRemoteButton(9, true);
+        QCOMPARE(paused(), !wasPaused);
+        presence.appleRemoteButton(1, false);
+        QCOMPARE(selectedRow(), u"-1.0"_s);
+        presence.appleRemoteButton(5, true);
+        QVERIFY(!m_window->listView()->isExpanded(cell(0)));
+        presence.appleRemoteButton(0, false);
+        QCOMPARE(selectedRow(), u"-1.0"_s);
+        presence.appleRemoteButton(4, true);
+        presence.appleRemoteButton(1, false);
+        QCOMPARE(selectedRow(), u"0.0"_s);
+        presence.appleRemoteButton(3, true);
+        // The other entry changed its state too.
+        QCOMPARE(timerStates(), u"running 1, paused 1"_s);
+    }
+
     void sheetsOpenFromTheCommands() {
         startWithTimers();
         select(cell(0));
