@@ -53,7 +53,7 @@ void MiniWindowLogic::pauseOrResume(Entry &entry, ProjectCollection &collection)
         entry.resume();
     else
         entry.pause();
-    collection.setDataChanged(true);
+    collection.projectChanged(entry.parent());
 }
 
 QString MiniWindowLogic::durationString(const Entry &entry) {

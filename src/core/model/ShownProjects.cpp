@@ -49,7 +49,9 @@ void ShownProjects::update(const ProjectList &projects) {
         if (!isCustomerHidden(project->customer()))
             m_visibleProjects.append(project);
     }
-    if (!m_searchText.isEmpty()) {
+    // A current filter without a project query stores the same projects' entries again below.
+    const bool storedBelow = m_currentFilter && !m_currentFilter->projectQuery();
+    if (!m_searchText.isEmpty() && !storedBelow) {
         for (const auto &project : std::as_const(m_visibleProjects))
             storeShownEntries(*project);
     }

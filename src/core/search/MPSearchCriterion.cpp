@@ -1,8 +1,7 @@
 #include "MPSearchCriterion.h"
 
-#include "../model/CalendarDateExtensions.h"
 #include "../model/Clock.h"
-#include "../model/HelpFunctions.h"
+#include "../model/DayScope.h"
 #include "../model/StoredForms.h"
 #include "../stores/KeyedArchiver.h"
 
@@ -11,6 +10,20 @@
 #include <cmath>
 
 namespace {
+
+// Whether test holds for a comma-separated part of the text (empty parts included), looked at
+// in place: the tag criterion runs over every entry, and splitting would copy every tag.
+template <typename Test> bool anyPart(QStringView text, Test test) {
+    for (qsizetype start = 0;;) {
+        const qsizetype comma = text.indexOf(u',', start);
+        const qsizetype end = comma < 0 ? text.size() : comma;
+        if (test(text.sliced(start, end - start)))
+            return true;
+        if (comma < 0)
+            return false;
+        start = comma + 1;
+    }
+}
 
 QString tr(const char *text) {
     return QCoreApplication::translate("MPSearchCriterion", text);
@@ -339,6 +352,10 @@ bool MPSearchCriterion::isCompatibleDataType(const QVariant &value) const {
 bool MPSearchCriterion::testForMatchWithObject(const KeyValueCoding *object) {
     if (!object)
         return false;
+    if (_dataType == DateType) {
+        const QDate day = object->dayForKey(_identifier);
+        return day.isValid() && dateMatch(day);
+    }
     const QVariant value = object->valueForKey(_identifier);
     if (!isCompatibleDataType(value))
         return false;
@@ -357,8 +374,6 @@ bool MPSearchCriterion::testForMatchWithObject(const KeyValueCoding *object) {
         return objectMatch(value);
     case CustomObjectType:
         return customMatch(value);
-    case DateType:
-        return dateMatch(value.toDateTime());
     case TagType:
         return tagMatch(value.toString());
     default:
@@ -489,12 +504,22 @@ bool MPSearchCriterion::customMatch(const QVariant &) const {
     return false;
 }
 
-bool MPSearchCriterion::dateMatch(const QDateTime &value) const {
-    const QDateTime valueDay = HelpFunctions::removeTimeComponentFromDate(value);
-    const QDateTime compareDay =
-        HelpFunctions::removeTimeComponentFromDate(_compareData.toDateTime());
-    const qint64 d = compareDay.isValid() ? compareDay.secsTo(valueDay) : 0;
-    const QDateTime today = HelpFunctions::removeTimeComponentFromDate(Clock::now());
+bool MPSearchCriterion::dateMatch(QDate valueDay) const {
+    switch (_matchType) {
+    case IsToday:
+        return valueDay == DayScope::today();
+    case IsThisMonth:
+        return valueDay.month() == DayScope::today().month() &&
+               valueDay.year() == DayScope::today().year();
+    case IsThisYear:
+        return valueDay.year() == DayScope::today().year();
+    case IsThisWeek:
+        return DayScope::isInThisWeek(valueDay);
+    default:
+        break;
+    }
+    const QDateTime compare = _compareData.toDateTime();
+    const qint64 d = compare.isValid() ? compare.toLocalTime().date().daysTo(valueDay) : 0;
     switch (_matchType) {
     case IsNotEqualTo:
     case IsNotOn:
@@ -511,25 +536,16 @@ bool MPSearchCriterion::dateMatch(const QDateTime &value) const {
     case IsEqualToOrLessThan:
     case IsOnOrBefore:
         return d <= 0;
-    case IsToday:
-        return valueDay.date() == today.date();
-    case IsThisMonth:
-        return CalendarDateExtensions::inSameMonthAsDate(valueDay, today) &&
-               CalendarDateExtensions::inSameYearAsDate(valueDay, today);
-    case IsThisYear:
-        return CalendarDateExtensions::inSameYearAsDate(valueDay, today);
-    case IsThisWeek:
-        return HelpFunctions::isDateInThisWeek(valueDay);
     default:
         return d == 0;
     }
 }
 
 bool MPSearchCriterion::tagMatch(const QString &value) const {
-    const QStringList wanted = _compareData.toString().split(u',');
-    const QStringList tags = value.split(u',');
-    const bool any = std::any_of(tags.cbegin(), tags.cend(),
-                                 [&wanted](const QString &tag) { return wanted.contains(tag); });
+    const QString wanted = _compareData.toString();
+    const bool any = anyPart(value, [&wanted](QStringView tag) {
+        return anyPart(wanted, [tag](QStringView name) { return name == tag; });
+    });
     return _matchType == DoesNotContain ? !any : any;
 }
 
