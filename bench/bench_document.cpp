@@ -73,7 +73,9 @@ void waitUntilWritten(ProjectCollection &collection) {
         loop.exec();
 }
 
-void benchChange(benchmark::State &state, const QString &path) {
+// One change after another; the time of each ends when the window thread is free again or, with
+// untilOnDisk, when the change is on disk.
+void runChanges(benchmark::State &state, const QString &path, bool untilOnDisk) {
     Document &doc = document(path);
     const auto entry = someEntry(doc.collection);
     int n = 0;
@@ -81,25 +83,24 @@ void benchChange(benchmark::State &state, const QString &path) {
         edit(doc.collection, entry, ++n);
         // The end of the event-loop turn, where the change is handed over to be written.
         QCoreApplication::processEvents();
-        state.PauseTiming();
+        if (!untilOnDisk)
+            state.PauseTiming();
         waitUntilWritten(doc.collection);
-        state.ResumeTiming();
-    }
-}
-
-void benchDurable(benchmark::State &state, const QString &path) {
-    Document &doc = document(path);
-    const auto entry = someEntry(doc.collection);
-    int n = 0;
-    for (auto _ : state) {
-        edit(doc.collection, entry, ++n);
-        QCoreApplication::processEvents();
-        waitUntilWritten(doc.collection);
+        if (!untilOnDisk)
+            state.ResumeTiming();
         if (doc.collection.dataChanged()) {
             state.SkipWithError("the change was not written");
             break;
         }
     }
+}
+
+void benchChange(benchmark::State &state, const QString &path) {
+    runChanges(state, path, false);
+}
+
+void benchDurable(benchmark::State &state, const QString &path) {
+    runChanges(state, path, true);
 }
 
 // One keystroke while "meeting" is typed letter by letter: the time of the seven updates of the

@@ -54,14 +54,6 @@ QVariant ProjectItem::valueForKey(QStringView key) const {
     return {};
 }
 
-QDate ProjectItem::dayForKey(QStringView key) const {
-    // The start day is the day entries are sorted by, kept parsed.
-    if (key != u"fromDateAsDate")
-        return KeyValueCoding::dayForKey(key);
-    const qint64 day = sortDay();
-    return day == std::numeric_limits<qint64>::min() ? QDate() : QDate::fromJulianDay(day);
-}
-
 qint64 ProjectItem::parseSortDay() const {
     const QDate day = StoredForms::parseDate(sortDayText());
     m_sortDay = day.isValid() ? day.toJulianDay() : std::numeric_limits<qint64>::min();

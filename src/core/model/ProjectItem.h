@@ -64,7 +64,6 @@ public:
     // The value behind a key path ("time", "effectiveDuration", "fromDateAsDate", "amount", ...),
     // as search criteria and reports read it; invalid for a key the item does not have.
     QVariant valueForKey(QStringView key) const override;
-    QDate dayForKey(QStringView key) const override;
 
     virtual std::shared_ptr<ProjectItem> copyItem() const = 0;
     virtual QString stringDescription() const = 0;

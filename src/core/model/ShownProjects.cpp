@@ -1,6 +1,7 @@
 #include "ShownProjects.h"
 
 #include "CustomerDirectory.h"
+#include "DayScope.h"
 
 namespace {
 
@@ -42,6 +43,7 @@ ProjectList ShownProjects::collapseFadedProjects(const ProjectList &projects) co
 }
 
 void ShownProjects::update(const ProjectList &projects) {
+    const DayScope sameDay;
     m_visibleProjects.clear();
     m_filteredEntries.clear();
     m_shownItems.clear();

@@ -2,12 +2,14 @@
 
 #include "../model/Clock.h"
 #include "../model/DayScope.h"
+#include "../model/ProjectItem.h"
 #include "../model/StoredForms.h"
 #include "../stores/KeyedArchiver.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -83,6 +85,44 @@ QString describe(const QVariant &value) {
         return u'(' + parts.join(u' ') + u')';
     }
     return value.toString();
+}
+
+// A day against a date criterion: the match kinds compare calendar days.
+bool dayMatch(int matchType, const QVariant &compareData, QDate valueDay) {
+    switch (matchType) {
+    case MPSearchCriterion::IsToday:
+        return valueDay == DayScope::today();
+    case MPSearchCriterion::IsThisMonth:
+        return valueDay.month() == DayScope::today().month() &&
+               valueDay.year() == DayScope::today().year();
+    case MPSearchCriterion::IsThisYear:
+        return valueDay.year() == DayScope::today().year();
+    case MPSearchCriterion::IsThisWeek:
+        return DayScope::isInThisWeek(valueDay);
+    default:
+        break;
+    }
+    const QDateTime compare = compareData.toDateTime();
+    const qint64 d = compare.isValid() ? compare.toLocalTime().date().daysTo(valueDay) : 0;
+    switch (matchType) {
+    case MPSearchCriterion::IsNotEqualTo:
+    case MPSearchCriterion::IsNotOn:
+        return d != 0;
+    case MPSearchCriterion::IsGreaterThan:
+    case MPSearchCriterion::IsAfter:
+        return d > 0;
+    case MPSearchCriterion::IsLessThan:
+    case MPSearchCriterion::IsBefore:
+        return d < 0;
+    case MPSearchCriterion::IsEqualToOrGreaterThan:
+    case MPSearchCriterion::IsOnOrAfter:
+        return d >= 0;
+    case MPSearchCriterion::IsEqualToOrLessThan:
+    case MPSearchCriterion::IsOnOrBefore:
+        return d <= 0;
+    default:
+        return d == 0;
+    }
 }
 
 } // namespace
@@ -352,9 +392,13 @@ bool MPSearchCriterion::isCompatibleDataType(const QVariant &value) const {
 bool MPSearchCriterion::testForMatchWithObject(const KeyValueCoding *object) {
     if (!object)
         return false;
-    if (_dataType == DateType) {
-        const QDate day = object->dayForKey(_identifier);
-        return day.isValid() && dateMatch(day);
+    // The start day of an entry or flat fee is kept parsed: no moment is made per item.
+    if (_dataType == DateType && _identifier == u"fromDateAsDate") {
+        if (const auto *item = dynamic_cast<const ProjectItem *>(object)) {
+            const qint64 day = item->sortDay();
+            return day != std::numeric_limits<qint64>::min() &&
+                   dayMatch(_matchType, _compareData, QDate::fromJulianDay(day));
+        }
     }
     const QVariant value = object->valueForKey(_identifier);
     if (!isCompatibleDataType(value))
@@ -374,6 +418,8 @@ bool MPSearchCriterion::testForMatchWithObject(const KeyValueCoding *object) {
         return objectMatch(value);
     case CustomObjectType:
         return customMatch(value);
+    case DateType:
+        return dateMatch(value.toDateTime());
     case TagType:
         return tagMatch(value.toString());
     default:
@@ -504,41 +550,8 @@ bool MPSearchCriterion::customMatch(const QVariant &) const {
     return false;
 }
 
-bool MPSearchCriterion::dateMatch(QDate valueDay) const {
-    switch (_matchType) {
-    case IsToday:
-        return valueDay == DayScope::today();
-    case IsThisMonth:
-        return valueDay.month() == DayScope::today().month() &&
-               valueDay.year() == DayScope::today().year();
-    case IsThisYear:
-        return valueDay.year() == DayScope::today().year();
-    case IsThisWeek:
-        return DayScope::isInThisWeek(valueDay);
-    default:
-        break;
-    }
-    const QDateTime compare = _compareData.toDateTime();
-    const qint64 d = compare.isValid() ? compare.toLocalTime().date().daysTo(valueDay) : 0;
-    switch (_matchType) {
-    case IsNotEqualTo:
-    case IsNotOn:
-        return d != 0;
-    case IsGreaterThan:
-    case IsAfter:
-        return d > 0;
-    case IsLessThan:
-    case IsBefore:
-        return d < 0;
-    case IsEqualToOrGreaterThan:
-    case IsOnOrAfter:
-        return d >= 0;
-    case IsEqualToOrLessThan:
-    case IsOnOrBefore:
-        return d <= 0;
-    default:
-        return d == 0;
-    }
+bool MPSearchCriterion::dateMatch(const QDateTime &value) const {
+    return dayMatch(_matchType, _compareData, value.toLocalTime().date());
 }
 
 bool MPSearchCriterion::tagMatch(const QString &value) const {

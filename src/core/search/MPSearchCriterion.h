@@ -129,7 +129,7 @@ public:
     bool indexSetMatch(quint64 value) const;
     bool objectMatch(const QVariant &value) const;
     bool customMatch(const QVariant &value) const;
-    bool dateMatch(QDate valueDay) const;
+    bool dateMatch(const QDateTime &value) const;
     bool tagMatch(const QString &value) const;
 
     QString description() const;

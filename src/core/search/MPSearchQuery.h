@@ -1,6 +1,5 @@
 #pragma once
 
-#include "../model/DayScope.h"
 #include "MPSearchCriterion.h"
 
 #include <QList>
@@ -86,7 +85,6 @@ std::optional<QList<std::shared_ptr<T>>>
 MPSearchQuery::findAllMatchingObjectsIn(const QList<std::shared_ptr<T>> &objects) {
     if (criteriaCount() == 0 || objects.isEmpty())
         return std::nullopt;
-    const DayScope sameDay;
     QList<std::shared_ptr<T>> found;
     const bool backwards = _searchMode == LastMatch;
     const bool firstOnly = _searchMode == FirstMatch || _searchMode == LastMatch;
