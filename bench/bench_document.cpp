@@ -28,6 +28,9 @@ struct Document {
         QFile::copy(path, file);
         preferences.setObject(true, u"crashProtection");
         ok = collection.loadCollection(file).ok;
+        // The turns in which the program, idle after opening, prepares the file's text.
+        for (qsizetype i = 0; i <= collection.projectArray().size(); ++i)
+            QCoreApplication::processEvents();
     }
 
     QTemporaryDir folder;

@@ -17,6 +17,17 @@ std::shared_ptr<Project> valuesOf(const Project &project) {
     return values;
 }
 
+// Runs step(0), step(1), ... one per turn of the event loop, while it returns true.
+void inTurns(QObject *context, const std::function<bool(qsizetype)> &step, qsizetype i = 0) {
+    QMetaObject::invokeMethod(
+        context,
+        [context, step, i] {
+            if (step(i))
+                inTurns(context, step, i + 1);
+        },
+        Qt::QueuedConnection);
+}
+
 void takeOver(Project &project, const Project &values) {
     project.setName(values.name());
     project.setDescription(values.description());
@@ -192,6 +203,19 @@ ProjectFile::LoadResult ProjectCollection::loadCollection(const QString &path) {
     setDataChanged(false);
     m_finishedLoading = true;
     emit loaded(m_file.path());
+    // With crash protection, the file's text is made project by project while the program is
+    // idle, so that the first change does not wait for the whole document to be turned into
+    // text. Any change ends it: its save makes what is still missing.
+    if (m_preferences.integerForKey(u"crashProtection") != 0) {
+        const quint64 changes = m_changeCount;
+        const qsizetype count = m_projects.size();
+        inTurns(this, [this, changes, count](qsizetype i) {
+            if (m_changeCount != changes || m_projects.size() != count || i >= count)
+                return false;
+            m_serialised.pieces(m_projects.first(i + 1));
+            return true;
+        });
+    }
     return result;
 }
 

@@ -392,13 +392,18 @@ bool MPSearchCriterion::isCompatibleDataType(const QVariant &value) const {
 bool MPSearchCriterion::testForMatchWithObject(const KeyValueCoding *object) {
     if (!object)
         return false;
-    // The start day of an entry or flat fee is kept parsed: no moment is made per item.
-    if (_dataType == DateType && _identifier == u"fromDateAsDate") {
-        if (const auto *item = dynamic_cast<const ProjectItem *>(object)) {
+    // What the search field and the quick filters ask of every entry is read straight from it,
+    // without a value made on the way: the start day is kept parsed for sorting.
+    if (const auto *item = dynamic_cast<const ProjectItem *>(object)) {
+        if (_dataType == DateType && _identifier == u"fromDateAsDate") {
             const qint64 day = item->sortDay();
             return day != std::numeric_limits<qint64>::min() &&
                    dayMatch(_matchType, _compareData, QDate::fromJulianDay(day));
         }
+        if (_dataType == StringType && _identifier == u"comment")
+            return stringMatch(item->comment());
+        if (_dataType == TagType && _identifier == u"tags")
+            return tagMatch(item->tags());
     }
     const QVariant value = object->valueForKey(_identifier);
     if (!isCompatibleDataType(value))
