@@ -125,7 +125,8 @@ int ProjectController::askUserToSaveChanges() {
 
 bool ProjectController::settleChanges(const std::function<void()> &afterSavePanel) {
     // A change that crash protection is writing is no unsaved change once written.
-    m_collection.flushPendingSave();
+    if (m_collection.isWriting())
+        m_collection.flushPendingSave();
     if (!m_collection.dataChanged())
         return true;
     switch (askUserToSaveChanges()) {
@@ -269,7 +270,8 @@ void ProjectController::revert() {
 
 bool ProjectController::canQuitApp() {
     // The last write ends before the quit goes on.
-    m_collection.flushPendingSave();
+    if (m_collection.isWriting())
+        m_collection.flushPendingSave();
     if (!m_collection.dataChanged())
         return true;
     if (m_preferences.boolForKey(u"saveOnExit") && !isUntitled()) {
