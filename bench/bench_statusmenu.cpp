@@ -11,6 +11,8 @@
 #include "model/ProjectCollection.h"
 #include "platform/Preferences.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 

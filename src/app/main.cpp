@@ -118,11 +118,14 @@ int main(int argc, char *argv[]) {
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
                      [&window] { window.quit(); });
     window.restoreWindowState();
-    // Start-up may ask questions over the window; with the mini window chosen, that one comes.
-    if (!preferences.boolForKey(u"showMiniWindow"))
-        window.show();
-    window.startUp(files.isEmpty());
+    // The document is read before the window first shows, so that its first frame has the file's
+    // name and list rather than an untitled one. The welcome question comes over the window.
+    window.startUp(files.isEmpty(), false);
     for (const QString &file : std::as_const(files))
         window.controller().openFile(file);
+    // With the mini window chosen, that one comes instead.
+    if (!preferences.boolForKey(u"showMiniWindow"))
+        window.show();
+    window.controller().welcomeIfDue();
     return app.exec();
 }

@@ -39,9 +39,7 @@ CliCommands::Application CliCommands::applicationFor(const QStringList &argument
     if (!options.parse(global.rest().mid(1)))
         return Application::Core;
     const QString format = options.value(u"--format"_s);
-    if (format == u"pdf")
-        return Application::WebEngine;
-    return format == u"rtf" ? Application::Gui : Application::Core;
+    return format == u"rtf" || format == u"pdf" ? Application::Gui : Application::Core;
 }
 
 int CliCommands::run(const QStringList &arguments) {

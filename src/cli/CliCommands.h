@@ -19,8 +19,8 @@ class CurrencyFormatter;
 class CliCommands {
 public:
     // What the process needs besides the core: a window system (offscreen when there is no
-    // display) for RTF, and Qt WebEngine as well for PDF.
-    enum class Application { Core, Gui, WebEngine };
+    // display) for RTF and PDF; the HTML engine that renders PDF runs in a helper process.
+    enum class Application { Core, Gui };
     using RendererFactory = CliExport::RendererFactory;
 
     // The support folder holds customers.plist, filters.plist and the user's styles; the

@@ -1,11 +1,9 @@
 #include "CliCommands.h"
+#include "ProcessReportRenderer.h"
 #include "model/HelpFunctions.h"
 #include "model/ProjectBackups.h"
 #include "platform/Preferences.h"
-#include "render/WebEngineReportRenderer.h"
-#include "render/WebEngineSetup.h"
 
-#include <QApplication>
 #include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QTextStream>
@@ -23,10 +21,8 @@ std::unique_ptr<QCoreApplication> makeApplication(CliCommands::Application kind,
     if (!qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
         !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (kind == CliCommands::Application::Gui)
-        return std::make_unique<QGuiApplication>(argc, argv);
-    WebEngineSetup::prepareProcess();
-    return std::make_unique<QApplication>(argc, argv);
+    // A PDF export lays out its report here and has it rendered by the helper process.
+    return std::make_unique<QGuiApplication>(argc, argv);
 }
 
 } // namespace
@@ -38,17 +34,16 @@ int main(int argc, char *argv[]) {
     const auto app = makeApplication(CliCommands::applicationFor(arguments), argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Hourfold"));
     QCoreApplication::setOrganizationName(QStringLiteral("Hourfold"));
-    // The commands print their own messages; the library's log says the same again, and the
-    // HTML engine describes its set-up. QT_LOGGING_RULES still turns them on.
-    QLoggingCategory::setFilterRules(
-        QStringLiteral("hourfold.*=false\nqt.webenginecontext.info=false"));
+    // The commands print their own messages; the library's log says the same again.
+    // QT_LOGGING_RULES still turns it on.
+    QLoggingCategory::setFilterRules(QStringLiteral("hourfold.*=false"));
     ProjectBackups::setShared(HelpFunctions::applicationSupportFolder() +
                               QStringLiteral("/Backups"));
     QTextStream out(stdout);
     QTextStream err(stderr);
     CliCommands commands(out, err, Preferences::defaultFilePath(),
                          HelpFunctions::applicationSupportFolder(),
-                         [] { return std::make_unique<WebEngineReportRenderer>(); });
+                         [] { return std::make_unique<ProcessReportRenderer>(); });
     const int status = commands.run(arguments);
     out.flush();
     err.flush();

@@ -384,7 +384,8 @@ bool ProjectListModel::setData(const QModelIndex &index, const QVariant &value, 
 
 void ProjectListModel::setChecked(const QModelIndex &index, bool checked) {
     Node *node = nodeOf(index);
-    if (auto item = itemAt(index)) {
+    const auto item = itemAt(index);
+    if (item) {
         item->setChecked(checked);
     } else {
         // A project row marks the entries the current filter shows, or all of the project's
@@ -399,7 +400,7 @@ void ProjectListModel::setChecked(const QModelIndex &index, bool checked) {
     node->checkState.reset();
     // A filter on the check mark may now show other rows; the list follows the new visible set.
     m_collection.updateVisibleProjects();
-    m_collection.setDataChanged(true);
+    m_collection.projectChanged(item ? item->parent() : node->project.get());
 }
 
 QVariant ProjectListModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -431,7 +432,7 @@ void ProjectListModel::setProjectExpanded(const QModelIndex &index, bool expande
     if (project.expanded() == expanded)
         return;
     project.setExpanded(expanded);
-    m_collection.setDataChanged(true);
+    m_collection.projectChanged(&project);
 }
 
 QStringList ProjectListModel::mimeTypes() const {

@@ -54,7 +54,7 @@ void MiniWindowLogic::pauseOrResume(Entry &entry, ProjectCollection &collection)
         entry.resume();
     else
         entry.pause();
-    collection.setDataChanged(true);
+    collection.projectChanged(entry.parent());
 }
 
 QString MiniWindowLogic::durationString(const Entry &entry) {

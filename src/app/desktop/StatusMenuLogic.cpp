@@ -61,5 +61,5 @@ void StatusMenuLogic::pauseResume(Entry &entry) {
 
 void StatusMenuLogic::stop(Entry &entry) {
     entry.stop();
-    m_collection.setDataChanged(true);
+    m_collection.projectChanged(entry.parent());
 }

@@ -244,11 +244,11 @@ void MainWindow::restoreWindowState() {
     m_drawer.restoreSize();
 }
 
-void MainWindow::startUp(bool reopenLastFile) {
+void MainWindow::startUp(bool reopenLastFile, bool welcome) {
     m_controller->setStartingUp(true);
     m_toolbar.setup();
     m_customerBar->restoreDropBoxState();
-    m_controller->startUp(reopenLastFile);
+    m_controller->startUp(reopenLastFile, welcome);
     m_list->restoreExpansion();
     m_filters.load();
     m_controller->setStartingUp(false);

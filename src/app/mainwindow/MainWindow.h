@@ -73,8 +73,9 @@ public:
     // The size and place of the last run, centred on the screen the first time.
     void restoreWindowState();
     // The start-up sequence: toolbar, document, list, welcome prompt, filters.
-    // Without reopenLastFile the caller opens a file of its own afterwards.
-    void startUp(bool reopenLastFile = true);
+    // Without reopenLastFile the caller opens a file of its own afterwards; without welcome the
+    // caller asks the welcome question once the window shows.
+    void startUp(bool reopenLastFile = true, bool welcome = true);
 
     ProjectController &controller() const { return *m_controller; }
     ProjectListView *listView() const { return m_list; }

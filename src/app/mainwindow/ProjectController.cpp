@@ -73,7 +73,7 @@ void ProjectController::setCurrentFilename(const QString &filename) {
     emit currentFilenameChanged(filename);
 }
 
-void ProjectController::startUp(bool reopenLastFile) {
+void ProjectController::startUp(bool reopenLastFile, bool welcome) {
     const QString lastFile = m_preferences.stringForKey(u"LastOpenFile");
     if (!reopenLastFile) {
         // A file handed over at launch is opened next instead; the last file stays remembered.
@@ -94,6 +94,11 @@ void ProjectController::startUp(bool reopenLastFile) {
     emit documentReplaced();
     m_collection.setDataChanged(false);
     m_refreshTimer.start();
+    if (welcome)
+        welcomeIfDue();
+}
+
+void ProjectController::welcomeIfDue() {
     if (m_preferences.boolForKey(u"showInfo"))
         showWelcome();
 }
@@ -121,6 +126,9 @@ int ProjectController::askUserToSaveChanges() {
 }
 
 bool ProjectController::settleChanges(const std::function<void()> &afterSavePanel) {
+    // A change that crash protection is writing is no unsaved change once written.
+    if (m_collection.isWriting())
+        m_collection.flushPendingSave();
     if (!m_collection.dataChanged())
         return true;
     switch (askUserToSaveChanges()) {
@@ -288,6 +296,9 @@ void ProjectController::revert() {
 }
 
 bool ProjectController::canQuitApp() {
+    // The last write ends before the quit goes on.
+    if (m_collection.isWriting())
+        m_collection.flushPendingSave();
     if (!m_collection.dataChanged())
         return true;
     if (m_preferences.boolForKey(u"saveOnExit") && !isUntitled()) {
@@ -358,7 +369,8 @@ void ProjectController::checkFileOnDisk() {
     watchCurrentFile();
     if (isUntitled() || m_askingAboutDiskChange || !m_collection.currentFileChangedOnDisk())
         return;
-    if (m_busy && m_busy()) {
+    // The program's own write, not yet reported, is no other program's change.
+    if ((m_busy && m_busy()) || m_collection.isWriting()) {
         m_diskCheck.start();
         return;
     }

@@ -40,8 +40,9 @@ public:
 
     // The document part of start-up: reopens the last file (silently untitled when that fails;
     // not at all when the launch brought a file of its own, which the caller opens next),
-    // starts the refresh timer and asks the welcome question when it is due.
-    void startUp(bool reopenLastFile = true);
+    // starts the refresh timer and, with welcome, asks the welcome question when it is due.
+    void startUp(bool reopenLastFile = true, bool welcome = true);
+    void welcomeIfDue();
     void setStartingUp(bool startingUp) { m_isStartingUp = startingUp; }
 
     void newDatabase();

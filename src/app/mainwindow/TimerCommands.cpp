@@ -43,7 +43,7 @@ void TimerCommands::apply(const std::shared_ptr<Project> &project,
         }
     }
     if (changed)
-        m_collection.setDataChanged(true);
+        m_collection.projectChanged(item ? item->parent() : project.get());
 }
 
 TimerCommands::Command TimerCommands::commandForSegment(const ProjectItem *item, int segment) {

@@ -96,7 +96,8 @@ int ProjectBackups::countEntries(QByteArrayView bytes) {
     return occurrences(bytes, "<entry") + occurrences(bytes, "<FlatFeeEntry");
 }
 
-QString ProjectBackups::beforeReplacing(const QString &path, QByteArrayView bytes) const {
+QString ProjectBackups::beforeReplacing(const QString &path,
+                                        const QList<QByteArray> &pieces) const {
     QFile current(path);
     if (m_folder.isEmpty() || !current.open(QIODevice::ReadOnly) || current.size() == 0)
         return {};
@@ -112,9 +113,13 @@ QString ProjectBackups::beforeReplacing(const QString &path, QByteArrayView byte
                                                             qsizetype(current.size()))
                                   : current.readAll();
     if (!due) {
-        const int before = countEntries(old);
-        due =
-            bytes.size() * 2 < old.size() || qint64(countEntries(bytes)) * 10 < qint64(before) * 9;
+        qint64 size = 0;
+        qint64 entries = 0;
+        for (const QByteArray &piece : pieces) {
+            size += piece.size();
+            entries += countEntries(piece);
+        }
+        due = size * 2 < old.size() || entries * 10 < qint64(countEntries(old)) * 9;
     }
     QString made;
     if (due) {

@@ -46,7 +46,7 @@ public:
     // removes this document's copies that the rotation no longer keeps. Returns the new copy's
     // path, or an empty text when none was due or it could not be made (which is logged and never
     // stops the save).
-    QString beforeReplacing(const QString &path, QByteArrayView bytes) const;
+    QString beforeReplacing(const QString &path, const QList<QByteArray> &pieces) const;
 
     // Every copy in the folder, newest first.
     QList<Copy> copies() const;

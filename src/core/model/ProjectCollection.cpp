@@ -17,6 +17,17 @@ std::shared_ptr<Project> valuesOf(const Project &project) {
     return values;
 }
 
+// Runs step(0), step(1), ... one per turn of the event loop, while it returns true.
+void inTurns(QObject *context, const std::function<bool(qsizetype)> &step, qsizetype i = 0) {
+    QMetaObject::invokeMethod(
+        context,
+        [context, step, i] {
+            if (step(i))
+                inTurns(context, step, i + 1);
+        },
+        Qt::QueuedConnection);
+}
+
 void takeOver(Project &project, const Project &values) {
     project.setName(values.name());
     project.setDescription(values.description());
@@ -34,7 +45,10 @@ ProjectCollection::ProjectCollection(Preferences &preferences, QObject *parent)
     : QObject(parent)
     , m_preferences(preferences)
     , m_hideFadedProjects(preferences.boolForKey(u"hideFadedProjects"))
-    , m_order(preferences) {}
+    , m_order(preferences) {
+    connect(&m_writer, &BackgroundWriter::resultsReady, this,
+            &ProjectCollection::takeWriterResults);
+}
 
 ProjectCollection::~ProjectCollection() = default;
 
@@ -79,7 +93,20 @@ QList<std::shared_ptr<Entry>> ProjectCollection::workingEntries() const {
 }
 
 void ProjectCollection::setDataChanged(bool changed) {
+    if (changed)
+        m_serialised.clear();
+    setChangedMark(changed);
+}
+
+void ProjectCollection::projectChanged(const Project *project) {
+    m_serialised.invalidate(project);
+    setChangedMark(true);
+}
+
+void ProjectCollection::setChangedMark(bool changed) {
     m_changed = changed;
+    if (changed)
+        ++m_changeCount;
     emit changedMarkChanged(changed);
     if (changed && m_finishedLoading && !m_file.isEmpty() &&
         m_preferences.integerForKey(u"crashProtection") != 0)
@@ -90,18 +117,63 @@ void ProjectCollection::scheduleSave() {
     if (m_savePending)
         return;
     m_savePending = true;
-    QMetaObject::invokeMethod(this, &ProjectCollection::flushPendingSave, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &ProjectCollection::writePendingChanges, Qt::QueuedConnection);
 }
 
-void ProjectCollection::flushPendingSave() {
+void ProjectCollection::writePendingChanges() {
     if (!m_savePending)
         return;
     m_savePending = false;
     if (m_changed && !m_file.isEmpty())
-        saveCollection(m_file.path());
+        submitSave(m_file.path());
+}
+
+void ProjectCollection::flushPendingSave() {
+    writePendingChanges();
+    m_writer.waitForIdle();
+    takeWriterResults();
+}
+
+quint64 ProjectCollection::submitSave(const QString &path) {
+    BackgroundWriter::Job job;
+    job.path = path;
+    job.pieces = m_serialised.pieces(m_projects);
+    if (path == m_file.path()) {
+        // While earlier writes are still out, the writer knows best what the file now is.
+        job.check =
+            isWriting() ? BackgroundWriter::Check::LastWritten : BackgroundWriter::Check::Identity;
+        job.expected = m_file.identity();
+    }
+    m_lastSubmitted = m_writer.submit(std::move(job));
+    m_submitted.append({m_lastSubmitted, m_changeCount});
+    return m_lastSubmitted;
+}
+
+void ProjectCollection::takeWriterResults() {
+    const QList<BackgroundWriter::Result> results = m_writer.takeResults();
+    for (const BackgroundWriter::Result &result : results) {
+        quint64 changeCount = 0;
+        // Jobs that a later one replaced are never reported.
+        while (!m_submitted.isEmpty() && m_submitted.first().first <= result.serial)
+            changeCount = m_submitted.takeFirst().second;
+        m_lastHandled = result.serial;
+        m_lastResult = result;
+        if (!result.ok) {
+            emit saveFailed(result.error);
+            continue;
+        }
+        m_file.take(result.path, result.identity);
+        if (changeCount == m_changeCount) {
+            setChangedMark(false);
+            emit saved(result.path);
+        }
+    }
 }
 
 void ProjectCollection::newDatabase(const ProjectList &projects) {
+    m_savePending = false;
+    flushPendingSave();
+    m_serialised.clear();
     m_projects = projects;
     for (const auto &project : std::as_const(m_projects))
         project->setCurrencyFormatter(m_currency);
@@ -109,17 +181,19 @@ void ProjectCollection::newDatabase(const ProjectList &projects) {
     m_shown.update(m_projects);
     m_undoStack.clear();
     m_file.forget();
-    m_savePending = false;
     setDataChanged(!projects.isEmpty());
     emit projectsChanged();
 }
 
 ProjectFile::LoadResult ProjectCollection::loadCollection(const QString &path) {
+    // The document's own writes end first, so that what is read is what they left.
+    m_savePending = false;
+    flushPendingSave();
     ProjectFile::LoadResult result = ProjectFile::load(path);
     if (!result.ok)
         return result;
     m_finishedLoading = false;
-    m_savePending = false;
+    m_serialised.clear();
     m_undoStack.clear();
     m_projects = result.projects;
     for (const auto &project : std::as_const(m_projects))
@@ -132,20 +206,33 @@ ProjectFile::LoadResult ProjectCollection::loadCollection(const QString &path) {
     setDataChanged(false);
     m_finishedLoading = true;
     emit loaded(m_file.path());
+    // With crash protection, the file's text is made project by project while the program is
+    // idle, so that the first change does not wait for the whole document to be turned into
+    // text. Any change ends it: its save makes what is still missing.
+    if (m_preferences.integerForKey(u"crashProtection") != 0) {
+        const quint64 changes = m_changeCount;
+        const qsizetype count = m_projects.size();
+        inTurns(this, [this, changes, count](qsizetype i) {
+            if (m_changeCount != changes || m_projects.size() != count || i >= count)
+                return false;
+            m_serialised.pieces(m_projects.first(i + 1));
+            return true;
+        });
+    }
     return result;
 }
 
 ProjectFile::SaveResult ProjectCollection::saveCollection(const QString &path) {
     m_savePending = false;
-    const QString target = QFileInfo(path).absoluteFilePath();
-    const ProjectFile::SaveResult result = m_file.save(target, m_projects);
-    if (!result.ok) {
-        qCWarning(lcFile).noquote() << "not saved:" << result.error;
-        emit saveFailed(result.error);
-        return result;
+    // A save the user asked for makes the whole file anew.
+    m_serialised.clear();
+    const quint64 serial = submitSave(QFileInfo(path).absoluteFilePath());
+    flushPendingSave();
+    ProjectFile::SaveResult result;
+    if (m_lastResult.serial == serial) {
+        result.ok = m_lastResult.ok;
+        result.error = m_lastResult.error;
     }
-    setDataChanged(false);
-    emit saved(target);
     return result;
 }
 
@@ -170,10 +257,12 @@ QString ProjectCollection::statusBarInfo() const {
              formattedWages(wages));
 }
 
-void ProjectCollection::changed() {
+void ProjectCollection::changed(const Project *touched) {
     updateVisibleProjects();
+    if (touched)
+        m_serialised.invalidate(touched);
     m_markingAnnouncedChange = true;
-    setDataChanged(true);
+    setChangedMark(true);
     m_markingAnnouncedChange = false;
 }
 
@@ -192,11 +281,11 @@ void ProjectCollection::addProject(const std::shared_ptr<Project> &project) {
         tr("Add Project"),
         [this, project] {
             insertProject(project, m_projects.size());
-            changed();
+            changed(nullptr);
         },
         [this, project] {
             m_projects.removeAll(project);
-            changed();
+            changed(nullptr);
         });
 }
 
@@ -206,11 +295,11 @@ void ProjectCollection::deleteProject(const std::shared_ptr<Project> &project) {
         tr("Delete Project"),
         [this, project] {
             m_projects.removeAll(project);
-            changed();
+            changed(nullptr);
         },
         [this, project] {
             insertProject(project, m_projects.size());
-            changed();
+            changed(nullptr);
         });
 }
 
@@ -222,11 +311,11 @@ void ProjectCollection::addEntry(const std::shared_ptr<ProjectItem> &item,
         [this, item, project] {
             project->addEntry(item);
             sortEntriesOfProject(*project);
-            changed();
+            changed(project.get());
         },
         [this, item, project] {
             project->deleteEntry(item);
-            changed();
+            changed(project.get());
         });
 }
 
@@ -242,12 +331,12 @@ void ProjectCollection::deleteEntry(const std::shared_ptr<ProjectItem> &item,
         operationName,
         [this, item, project] {
             project->deleteEntry(item);
-            changed();
+            changed(project.get());
         },
         [this, item, project] {
             project->addEntry(item);
             sortEntriesOfProject(*project);
-            changed();
+            changed(project.get());
         });
 }
 
@@ -274,11 +363,11 @@ void ProjectCollection::editProject(const std::shared_ptr<Project> &project,
         tr("Edit Project"),
         [this, project, now] {
             takeOver(*project, *now);
-            changed();
+            changed(project.get());
         },
         [this, project, before] {
             takeOver(*project, *before);
-            changed();
+            changed(project.get());
         });
 }
 
@@ -310,15 +399,15 @@ void ProjectCollection::editEntry(const std::shared_ptr<Entry> &entry, const Ent
     };
     push(
         tr("Edit Entry"),
-        [this, apply, now, stopped] {
+        [this, apply, entry, now, stopped] {
             apply(*now, stopped);
-            changed();
+            changed(entry->parent());
         },
         [this, apply, entry, before, pausesBefore, pausedBefore] {
             apply(*before, false);
             entry->setPauseEntries(pausesBefore);
             entry->setPausedAt(pausedBefore);
-            changed();
+            changed(entry->parent());
         });
 }
 
@@ -384,7 +473,7 @@ void ProjectCollection::editFlatFeeEntry(const std::shared_ptr<FlatFeeEntry> &fe
         fee->setTags(v.tags());
         if (fee->parent())
             sortEntriesOfProject(*fee->parent());
-        changed();
+        changed(fee->parent());
     };
     push(
         tr("Edit Entry"), [apply, now] { apply(*now); }, [apply, before] { apply(*before); });
@@ -420,11 +509,11 @@ void ProjectCollection::moveProject(const std::shared_ptr<Project> &project, int
         tr("Move Project"),
         [this, project, index, inVisibleList] {
             placeProject(project, index, inVisibleList);
-            changed();
+            changed(nullptr);
         },
         [this, project, oldIndex, inVisibleList] {
             placeProject(project, oldIndex, inVisibleList);
-            changed();
+            changed(nullptr);
         });
 }
 
@@ -435,11 +524,11 @@ void ProjectCollection::assignCustomerWithID(int customerId,
         tr("Assign customer"),
         [this, project, customerId] {
             project->setCustomer(customerId);
-            changed();
+            changed(project.get());
         },
         [this, project, before] {
             project->setCustomer(before);
-            changed();
+            changed(project.get());
         });
 }
 
@@ -451,9 +540,11 @@ ProjectCollection::startTimerInProject(const std::shared_ptr<Project> &project) 
 }
 
 void ProjectCollection::assignCustomerToProjects(int customerId, const ProjectList &projects) {
-    for (const auto &project : projects)
+    for (const auto &project : projects) {
         project->setCustomer(customerId);
-    changed();
+        m_serialised.invalidate(project.get());
+    }
+    changed(nullptr);
 }
 
 ProjectList ProjectCollection::removeCustomerFromProjects(int customerId) {
@@ -461,16 +552,18 @@ ProjectList ProjectCollection::removeCustomerFromProjects(int customerId) {
     for (const auto &project : std::as_const(m_projects)) {
         if (project->customer() == customerId) {
             project->setCustomer(-1);
+            m_serialised.invalidate(project.get());
             cleared.append(project);
         }
     }
-    changed();
+    changed(nullptr);
     return cleared;
 }
 
 void ProjectCollection::columnClicked(const QString &column) {
     m_order.columnClicked(column, m_preferences);
     sortAllProjects();
+    m_serialised.clear();
     updateVisibleProjects();
 }
 

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "../search/Filter.h"
+#include "BackgroundWriter.h"
 #include "CustomerAssignments.h"
 #include "Entry.h"
 #include "EntryOrder.h"
 #include "FlatFeeEntry.h"
 #include "OpenedFile.h"
 #include "ProjectFile.h"
+#include "SerialisedProjects.h"
 #include "ShownProjects.h"
 
 #include <QObject>
@@ -18,8 +20,9 @@ class Preferences;
 // The document: every project, the undo stack, the changed mark and the order of entries. Every
 // change the user can undo goes through here under its action name; the projects shown (customer
 // visibility, the current filter, the search field) are kept here; with crash protection on, a
-// change after a completed load is written to the file at once (at the end of the event-loop
-// turn, so a compound change is written once).
+// change after a completed load is written to the file at once: at the end of the event-loop
+// turn (so a compound change is written once), by a writer thread, so the window does not wait
+// for the disk. Only the projects that changed are turned into text again.
 class ProjectCollection : public QObject, public CustomerAssignments {
     Q_OBJECT
 
@@ -47,7 +50,10 @@ public:
     // True while the changed mark is set for a change that projectsChanged() has just announced:
     // views that reload on both need not reload twice.
     bool isMarkingAnnouncedChange() const { return m_markingAnnouncedChange; }
+    // Setting the mark from outside says nothing about what changed: the next save makes the
+    // whole file anew. projectChanged() says that only this project changed.
     void setDataChanged(bool changed);
+    void projectChanged(const Project *project);
     bool finishedLoading() const { return m_finishedLoading; }
     // Empties the document and its undo history; the file it was read from is forgotten. Given
     // projects (a restored backup) fill the new document, which is then unsaved.
@@ -56,9 +62,9 @@ public:
     // Reads the file and replaces the document with it; a failure leaves the document exactly as
     // it was.
     ProjectFile::LoadResult loadCollection(const QString &path);
-    // Writes the document. When the path is the file that was loaded or last saved, it is first
-    // checked (under the file's lock) that no other program has changed it since; if one has,
-    // nothing is written and the reason says so.
+    // Writes the document and waits until it is on disk. When the path is the file that was
+    // loaded or last saved, it is first checked (under the file's lock) that no other program has
+    // changed it since; if one has, nothing is written and the reason says so.
     ProjectFile::SaveResult saveCollection(const QString &path);
     // The file loaded or last saved; empty for a new document.
     QString currentFile() const { return m_file.path(); }
@@ -67,8 +73,12 @@ public:
     // Takes the file as it is on disk now as the one this document was made from, so that the
     // next save replaces what another program wrote (the user chose to keep this version).
     void adoptFileOnDisk() { m_file.adoptFileOnDisk(); }
-    // Writes a crash-protection save that is still waiting, now.
+    // Hands a crash-protection save that is still waiting to the writer and waits until every
+    // write has ended (Quit, and before the document is replaced).
     void flushPendingSave();
+    // A write handed to the writer has not been reported back yet: the file on disk may be
+    // changing under the program's own hand.
+    bool isWriting() const { return m_lastHandled != m_lastSubmitted; }
 
     QUndoStack *undoStack() override { return &m_undoStack; }
 
@@ -148,16 +158,27 @@ signals:
     void projectsChanged();
     void changedMarkChanged(bool changed);
     void loaded(const QString &path);
+    // The document as it is now is on disk.
     void saved(const QString &path);
-    // A save (crash protection's included) did not happen; the changed mark stays.
+    // A save (crash protection's included) did not happen; the changed mark stays, and the next
+    // change or Save tries again.
     void saveFailed(const QString &reason);
 
 private:
-    void changed();
+    // After an undoable change: the shown projects are updated and the mark set; touched is the
+    // project whose own text changed (none when only the list of projects changed).
+    void changed(const Project *touched);
+    void setChangedMark(bool changed);
     void push(const QString &name, std::function<void()> perform, std::function<void()> revert);
     void insertProject(const std::shared_ptr<Project> &project, qsizetype at);
     void placeProject(const std::shared_ptr<Project> &project, int index, bool inVisibleList);
     void scheduleSave();
+    void writePendingChanges();
+    // Hands the document's file to the writer; returns the job's serial number.
+    quint64 submitSave(const QString &path);
+    // Takes in what the writer reports: a written file becomes the current one, and clears the
+    // mark when no change came after it.
+    void takeWriterResults();
 
     Preferences &m_preferences;
     const CurrencyFormatter *m_currency = nullptr;
@@ -169,6 +190,16 @@ private:
     EntryOrder m_order;
     QUndoStack m_undoStack;
     OpenedFile m_file;
+    SerialisedProjects m_serialised;
     bool m_savePending = false;
+    // Every setting of the mark counts; a write clears it only when it holds the latest change.
+    quint64 m_changeCount = 0;
+    quint64 m_lastSubmitted = 0;
+    quint64 m_lastHandled = 0;
+    // Jobs not yet reported, with the change count each holds.
+    QList<std::pair<quint64, quint64>> m_submitted;
+    BackgroundWriter::Result m_lastResult;
     bool m_markingAnnouncedChange = false;
+    // Last: its thread ends (after the last write) before the document goes.
+    BackgroundWriter m_writer;
 };

@@ -107,7 +107,7 @@ QByteArray ProjectFile::makeXML(const ProjectList &projects) {
 
 ProjectFile::SaveResult ProjectFile::save(const QString &path, const ProjectList &projects) {
     const QByteArray bytes = makeXML(projects);
-    ProjectBackups(ProjectBackups::sharedFolder()).beforeReplacing(path, bytes);
+    ProjectBackups(ProjectBackups::sharedFolder()).beforeReplacing(path, {bytes});
     const AtomicFile::Result written = AtomicFile::write(path, bytes);
     return {written.ok, written.error, FileIdentity::hashOf(bytes)};
 }

@@ -81,16 +81,32 @@ template <typename Unit> char *escapeInto(char *dst, const Unit *p, const Unit *
 } // namespace
 
 QByteArray ProjectXmlWriter::makeXML(const ProjectList &projects) {
-    ProjectXmlWriter writer;
     qsizetype estimate = 64;
     for (const auto &project : projects)
         estimate += 512 + project->entries().size() * 560;
-    writer.m_out.reserve(estimate);
-    writer.m_out += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!--1.5-->\n";
-    writer.open("projects");
+    QByteArray out;
+    out.reserve(estimate);
+    out += head();
     for (const auto &project : projects)
-        writer.makeXML(*project);
-    writer.close("projects");
+        out += projectXML(*project);
+    out += tail();
+    return out;
+}
+
+QByteArray ProjectXmlWriter::head() {
+    return QByteArrayLiteral(
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!--1.5-->\n<projects>\n");
+}
+
+QByteArray ProjectXmlWriter::tail() {
+    return QByteArrayLiteral("</projects>\n");
+}
+
+QByteArray ProjectXmlWriter::projectXML(const Project &project) {
+    ProjectXmlWriter writer;
+    writer.m_out.reserve(512 + project.entries().size() * 560);
+    writer.m_depth = 1;
+    writer.makeXML(project);
     return writer.m_out;
 }
 

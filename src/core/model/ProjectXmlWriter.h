@@ -14,6 +14,10 @@ class PauseEntry;
 class ProjectXmlWriter {
 public:
     static QByteArray makeXML(const ProjectList &projects);
+    // The same file in pieces: head(), then projectXML() of each project, then tail().
+    static QByteArray head();
+    static QByteArray tail();
+    static QByteArray projectXML(const Project &project);
 
     // The elements of one object, appended at the current depth.
     void makeXML(const Project &project);

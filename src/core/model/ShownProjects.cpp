@@ -1,6 +1,7 @@
 #include "ShownProjects.h"
 
 #include "CustomerDirectory.h"
+#include "DayScope.h"
 
 namespace {
 
@@ -42,6 +43,7 @@ ProjectList ShownProjects::collapseFadedProjects(const ProjectList &projects) co
 }
 
 void ShownProjects::update(const ProjectList &projects) {
+    const DayScope sameDay;
     m_visibleProjects.clear();
     m_filteredEntries.clear();
     m_shownItems.clear();
@@ -49,7 +51,9 @@ void ShownProjects::update(const ProjectList &projects) {
         if (!isCustomerHidden(project->customer()))
             m_visibleProjects.append(project);
     }
-    if (!m_searchText.isEmpty()) {
+    // A current filter without a project query stores the same projects' entries again below.
+    const bool storedBelow = m_currentFilter && !m_currentFilter->projectQuery();
+    if (!m_searchText.isEmpty() && !storedBelow) {
         for (const auto &project : std::as_const(m_visibleProjects))
             storeShownEntries(*project);
     }

@@ -36,6 +36,10 @@ bool writeAll(int fd, const QByteArray &bytes) {
 } // namespace
 
 AtomicFile::Result AtomicFile::write(const QString &path, const QByteArray &bytes) {
+    return write(path, QList<QByteArray>{bytes});
+}
+
+AtomicFile::Result AtomicFile::write(const QString &path, const QList<QByteArray> &pieces) {
     // Write through a symbolic link to the file it points at, keeping the link.
     QFileInfo info(path);
     const QString target =
@@ -63,7 +67,10 @@ AtomicFile::Result AtomicFile::write(const QString &path, const QByteArray &byte
     }
 
     int error = 0;
-    if (::fchmod(fd, mode) != 0 || !writeAll(fd, bytes) || ::fsync(fd) != 0)
+    bool written = ::fchmod(fd, mode) == 0;
+    for (qsizetype i = 0; written && i < pieces.size(); ++i)
+        written = writeAll(fd, pieces[i]);
+    if (!written || ::fsync(fd) != 0)
         error = errno;
     if (::close(fd) != 0 && error == 0)
         error = errno;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 // Writes a whole file so that it is either the new content or the old one, never a mix: the bytes
@@ -14,4 +15,6 @@ public:
     };
 
     static Result write(const QString &path, const QByteArray &bytes);
+    // The same for a file made of pieces, written one after the other.
+    static Result write(const QString &path, const QList<QByteArray> &pieces);
 };

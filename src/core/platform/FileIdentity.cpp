@@ -1,7 +1,8 @@
 #include "FileIdentity.h"
 
+#include "ContentHash.h"
+
 #include <QFile>
-#include <QHashFunctions>
 #include <sys/stat.h>
 
 bool FileIdentity::stampOf(const QString &path, Stamp &stamp) {
@@ -34,6 +35,5 @@ bool FileIdentity::differsFrom(const QString &path) const {
 }
 
 quint64 FileIdentity::hashOf(const QByteArray &bytes) {
-    return quint64(qHashBits(bytes.constData(), size_t(bytes.size()), 0x48f0)) ^
-           (quint64(bytes.size()) << 40);
+    return ContentHash::of(bytes);
 }

@@ -1,16 +1,31 @@
 #include "MPSearchCriterion.h"
 
-#include "../model/CalendarDateExtensions.h"
 #include "../model/Clock.h"
-#include "../model/HelpFunctions.h"
+#include "../model/DayScope.h"
+#include "../model/ProjectItem.h"
 #include "../model/StoredForms.h"
 #include "../stores/KeyedArchiver.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <cmath>
+#include <limits>
 
 namespace {
+
+// Whether test holds for a comma-separated part of the text (empty parts included), looked at
+// in place: the tag criterion runs over every entry, and splitting would copy every tag.
+template <typename Test> bool anyPart(QStringView text, Test test) {
+    for (qsizetype start = 0;;) {
+        const qsizetype comma = text.indexOf(u',', start);
+        const qsizetype end = comma < 0 ? text.size() : comma;
+        if (test(text.sliced(start, end - start)))
+            return true;
+        if (comma < 0)
+            return false;
+        start = comma + 1;
+    }
+}
 
 QString tr(const char *text) {
     return QCoreApplication::translate("MPSearchCriterion", text);
@@ -70,6 +85,44 @@ QString describe(const QVariant &value) {
         return u'(' + parts.join(u' ') + u')';
     }
     return value.toString();
+}
+
+// A day against a date criterion: the match kinds compare calendar days.
+bool dayMatch(int matchType, const QVariant &compareData, QDate valueDay) {
+    switch (matchType) {
+    case MPSearchCriterion::IsToday:
+        return valueDay == DayScope::today();
+    case MPSearchCriterion::IsThisMonth:
+        return valueDay.month() == DayScope::today().month() &&
+               valueDay.year() == DayScope::today().year();
+    case MPSearchCriterion::IsThisYear:
+        return valueDay.year() == DayScope::today().year();
+    case MPSearchCriterion::IsThisWeek:
+        return DayScope::isInThisWeek(valueDay);
+    default:
+        break;
+    }
+    const QDateTime compare = compareData.toDateTime();
+    const qint64 d = compare.isValid() ? compare.toLocalTime().date().daysTo(valueDay) : 0;
+    switch (matchType) {
+    case MPSearchCriterion::IsNotEqualTo:
+    case MPSearchCriterion::IsNotOn:
+        return d != 0;
+    case MPSearchCriterion::IsGreaterThan:
+    case MPSearchCriterion::IsAfter:
+        return d > 0;
+    case MPSearchCriterion::IsLessThan:
+    case MPSearchCriterion::IsBefore:
+        return d < 0;
+    case MPSearchCriterion::IsEqualToOrGreaterThan:
+    case MPSearchCriterion::IsOnOrAfter:
+        return d >= 0;
+    case MPSearchCriterion::IsEqualToOrLessThan:
+    case MPSearchCriterion::IsOnOrBefore:
+        return d <= 0;
+    default:
+        return d == 0;
+    }
 }
 
 } // namespace
@@ -339,6 +392,19 @@ bool MPSearchCriterion::isCompatibleDataType(const QVariant &value) const {
 bool MPSearchCriterion::testForMatchWithObject(const KeyValueCoding *object) {
     if (!object)
         return false;
+    // What the search field and the quick filters ask of every entry is read straight from it,
+    // without a value made on the way: the start day is kept parsed for sorting.
+    if (const auto *item = dynamic_cast<const ProjectItem *>(object)) {
+        if (_dataType == DateType && _identifier == u"fromDateAsDate") {
+            const qint64 day = item->sortDay();
+            return day != std::numeric_limits<qint64>::min() &&
+                   dayMatch(_matchType, _compareData, QDate::fromJulianDay(day));
+        }
+        if (_dataType == StringType && _identifier == u"comment")
+            return stringMatch(item->comment());
+        if (_dataType == TagType && _identifier == u"tags")
+            return tagMatch(item->tags());
+    }
     const QVariant value = object->valueForKey(_identifier);
     if (!isCompatibleDataType(value))
         return false;
@@ -490,46 +556,14 @@ bool MPSearchCriterion::customMatch(const QVariant &) const {
 }
 
 bool MPSearchCriterion::dateMatch(const QDateTime &value) const {
-    const QDateTime valueDay = HelpFunctions::removeTimeComponentFromDate(value);
-    const QDateTime compareDay =
-        HelpFunctions::removeTimeComponentFromDate(_compareData.toDateTime());
-    const qint64 d = compareDay.isValid() ? compareDay.secsTo(valueDay) : 0;
-    const QDateTime today = HelpFunctions::removeTimeComponentFromDate(Clock::now());
-    switch (_matchType) {
-    case IsNotEqualTo:
-    case IsNotOn:
-        return d != 0;
-    case IsGreaterThan:
-    case IsAfter:
-        return d > 0;
-    case IsLessThan:
-    case IsBefore:
-        return d < 0;
-    case IsEqualToOrGreaterThan:
-    case IsOnOrAfter:
-        return d >= 0;
-    case IsEqualToOrLessThan:
-    case IsOnOrBefore:
-        return d <= 0;
-    case IsToday:
-        return valueDay.date() == today.date();
-    case IsThisMonth:
-        return CalendarDateExtensions::inSameMonthAsDate(valueDay, today) &&
-               CalendarDateExtensions::inSameYearAsDate(valueDay, today);
-    case IsThisYear:
-        return CalendarDateExtensions::inSameYearAsDate(valueDay, today);
-    case IsThisWeek:
-        return HelpFunctions::isDateInThisWeek(valueDay);
-    default:
-        return d == 0;
-    }
+    return dayMatch(_matchType, _compareData, value.toLocalTime().date());
 }
 
 bool MPSearchCriterion::tagMatch(const QString &value) const {
-    const QStringList wanted = _compareData.toString().split(u',');
-    const QStringList tags = value.split(u',');
-    const bool any = std::any_of(tags.cbegin(), tags.cend(),
-                                 [&wanted](const QString &tag) { return wanted.contains(tag); });
+    const QString wanted = _compareData.toString();
+    const bool any = anyPart(value, [&wanted](QStringView tag) {
+        return anyPart(wanted, [tag](QStringView name) { return name == tag; });
+    });
     return _matchType == DoesNotContain ? !any : any;
 }
 

@@ -51,8 +51,8 @@ MPSearchCriterion::Pointer MPSearchQuery::criterionAtIndex(int index) const {
 bool MPSearchQuery::queryMatchesObject(const KeyValueCoding *object) const {
     if (!object)
         return false;
-    const QList<MPSearchCriterion::Pointer> criteria =
-        _criteria.value_or(QList<MPSearchCriterion::Pointer>());
+    static const QList<MPSearchCriterion::Pointer> none;
+    const QList<MPSearchCriterion::Pointer> &criteria = _criteria ? *_criteria : none;
     if (_matchMode == 1) {
         for (const auto &criterion : criteria) {
             if (criterion->testForMatchWithObject(object))

@@ -53,12 +53,12 @@ private slots:
         ProjectBackups backups(home.filePath(u"Backups"_s));
         QVERIFY(writeFile(file, fileOf(20, 2000)));
         Clock::setNow(start);
-        QVERIFY(backups.beforeReplacing(home.filePath(u"new.projects"_s), fileOf(1)).isEmpty());
-        const QString first = backups.beforeReplacing(file, fileOf(20, 2000));
+        QVERIFY(backups.beforeReplacing(home.filePath(u"new.projects"_s), {fileOf(1)}).isEmpty());
+        const QString first = backups.beforeReplacing(file, {fileOf(20, 2000)});
         QCOMPARE(readFile(first), fileOf(20, 2000));
         QVERIFY(QFileInfo(first).fileName().startsWith(u"2026-11-02T090000.000Z My Work ("_s));
         Clock::advance(minutesLater * 60);
-        const QString next = backups.beforeReplacing(file, fileOf(entries, size));
+        const QString next = backups.beforeReplacing(file, {fileOf(entries, size)});
         QTEST(!next.isEmpty(), "copied");
         QCOMPARE(backups.copies().size(), next.isEmpty() ? 1 : 2);
         if (!next.isEmpty())
@@ -98,10 +98,10 @@ private slots:
         const QString b = home.filePath(u"b/Work.projects"_s);
         QVERIFY(writeFile(a, fileOf(2)) && writeFile(b, fileOf(2)));
         Clock::setNow(start);
-        QVERIFY(!backups.beforeReplacing(b, fileOf(2)).isEmpty());
+        QVERIFY(!backups.beforeReplacing(b, {fileOf(2)}).isEmpty());
         for (int day = 0; day < 32; ++day) {
             Clock::setNow(start.addDays(day + 1));
-            QVERIFY(!backups.beforeReplacing(a, fileOf(2)).isEmpty());
+            QVERIFY(!backups.beforeReplacing(a, {fileOf(2)}).isEmpty());
         }
         const QList<ProjectBackups::Copy> copies = backups.copies();
         QCOMPARE(copies.size(), 30 + 1);

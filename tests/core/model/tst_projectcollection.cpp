@@ -56,7 +56,10 @@ private slots:
         QVERIFY(m_collection->loadCollection(m_path).ok);
     }
 
-    void cleanup() { Preferences::setShared(nullptr); }
+    void cleanup() {
+        m_collection.reset();
+        Preferences::setShared(nullptr);
+    }
 
     // A load sets the document up; a failed one keeps it.
     void loading() {
@@ -222,11 +225,73 @@ private slots:
         m_collection->addProject(project(u"Twice"_s));
         QSignalSpy saved(m_collection.get(), &ProjectCollection::saved);
         QCoreApplication::processEvents();
+        QTRY_COMPARE(saved.count(), enabled ? 1 : 0); // two changes, one write
         QCOMPARE(m_collection->dataChanged(), !enabled);
         QCOMPARE(readFile(m_path).contains("<name>Twice</name>"), enabled);
-        QCOMPARE(saved.count(), enabled ? 1 : 0); // two changes, one write
         if (!enabled)
             QCOMPARE(readFile(m_path), before);
+    }
+
+    // A background write that fails is never reported as saved and is tried again at the next
+    // change; Quit waits for the last one.
+    void backgroundWritesRetryAndFinish() {
+        m_preferences->setObject(true, u"crashProtection");
+        QSignalSpy saved(m_collection.get(), &ProjectCollection::saved);
+        QSignalSpy failed(m_collection.get(), &ProjectCollection::saveFailed);
+        // A folder where the lock file belongs: the lock, and so the write, fails.
+        const QString lockPath = ProjectFileLock::lockPathFor(m_path);
+        QVERIFY(QDir().mkdir(lockPath));
+        m_collection->addProject(project(u"First"_s));
+        QTRY_COMPARE(failed.count(), 1);
+        QVERIFY(m_collection->dataChanged());
+        QVERIFY(!readFile(m_path).contains("<name>First</name>"));
+        QVERIFY(QDir().rmdir(lockPath));
+        m_collection->addProject(project(u"Second"_s));
+        m_collection->flushPendingSave();
+        QCOMPARE(saved.count(), 1);
+        QCOMPARE(failed.count(), 1);
+        QVERIFY(!m_collection->dataChanged());
+        QVERIFY(!m_collection->isWriting());
+        QCOMPARE(readFile(m_path), ProjectXmlWriter::makeXML(m_collection->projectArray()));
+    }
+
+    // Only changed projects are turned into text again, yet the file always holds the whole
+    // document as it is.
+    void writesEveryChange_data() {
+        QTest::addColumn<Operation>("operation");
+        QTest::newRow("edit an entry") << Operation([](ProjectCollection &c) {
+            const auto entry = std::static_pointer_cast<Entry>(named(c, "Web")->entries().last());
+            auto values = entry->copy();
+            values->setComment(u"Changed"_s);
+            c.editEntry(entry, *values, false);
+        });
+        QTest::newRow("assign customers") << Operation(
+            [](ProjectCollection &c) { c.assignCustomerToProjects(2, {named(c, "App")}); });
+        QTest::newRow("a click on a column") << Operation([](ProjectCollection &c) {
+            c.columnClicked(u"Duration_Col"_s);
+            c.deleteProject(named(c, "Hidden"));
+        });
+        QTest::newRow("expand, then change another") << Operation([](ProjectCollection &c) {
+            named(c, "App")->setExpanded(!named(c, "App")->expanded());
+            c.moveProject(named(c, "Hidden"), 0);
+        });
+        QTest::newRow("pause a timer") << Operation([](ProjectCollection &c) {
+            const auto entry = c.startTimerInProject(named(c, "App"));
+            c.flushPendingSave();
+            entry->pause();
+            c.projectChanged(entry->parent());
+        });
+    }
+    void writesEveryChange() {
+        QFETCH(Operation, operation);
+        m_preferences->setObject(true, u"crashProtection");
+        // A first write keeps every project's text.
+        m_collection->addProject(project(u"Added"_s));
+        m_collection->flushPendingSave();
+        operation(*m_collection);
+        m_collection->flushPendingSave();
+        QVERIFY(!m_collection->dataChanged());
+        QCOMPARE(readFile(m_path), ProjectXmlWriter::makeXML(m_collection->projectArray()));
     }
 
     void refusesToOverwriteAnotherProgramsChange() {
