@@ -143,6 +143,8 @@ private:
     // Opens the project's row (a new entry or timer in it); the selection stays.
     void expandProject(const Project *project);
     void showPreferences();
+    // File ▸ Import…: another tracker's data into the open document or a new one.
+    void showImportSheet();
     void showAbout();
     void terminate();
     CommandValidation::Selection selection() const;

@@ -35,6 +35,7 @@ MainWindowActions::MainWindowActions(QUndoStack *undo, QWidget *window)
     add(u"saveAs:"_s, tr("Save &As…"), QKeySequence::SaveAs);
     add(u"revert:"_s, tr("&Revert to Saved"), {});
     add(u"showExportSheet:"_s, tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
+    add(u"showImportSheet:"_s, tr("&Import…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
     add(u"print:"_s, tr("&Print…"), QKeySequence::Print);
     add(u"printPreview:"_s, tr("Print Pre&view…"), {});
     add(u"terminate:"_s, tr("&Quit"), QKeySequence::Quit);
@@ -115,7 +116,7 @@ void MainWindowActions::buildMenus(QMenuBar *bar, ProjectListView *list,
         recentMenu->actions().constLast()->setVisible(files.isEmpty());
     });
     fill(file, *this,
-         {"", "save:", "saveAs:", "revert:", "", "showExportSheet:", "",
+         {"", "save:", "saveAs:", "revert:", "", "showImportSheet:", "showExportSheet:", "",
           "printPreview:", "print:", "", "terminate:"});
     QMenu *edit = bar->addMenu(tr("&Edit"));
     fill(edit, *this,
