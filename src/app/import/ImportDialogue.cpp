@@ -49,8 +49,8 @@ ImportDialogue::ImportDialogue(const Services &services, QWidget *parent)
     setObjectName(QStringLiteral("ImportDialogue"));
     for (ImportSources::Source source : ImportSources::all())
         m_source->addItem(ImportSources::title(source), int(source));
-    auto *chooseFile = named(new QPushButton(tr("Choose &File…")), tr("Choose File"));
-    auto *chooseFolder = named(new QPushButton(tr("Choose F&older…")), tr("Choose Folder"));
+    auto *chooseFile = named(new QPushButton(tr("C&hoose File…")), tr("Choose File"));
+    auto *chooseFolder = named(new QPushButton(tr("Choose Fol&der…")), tr("Choose Folder"));
     auto *pathRow = new QHBoxLayout;
     pathRow->addWidget(m_path, 1);
     pathRow->addWidget(chooseFile);
@@ -130,6 +130,7 @@ ImportDialogue::ImportDialogue(const Services &services, QWidget *parent)
     connect(m_buttons, &QDialogButtonBox::accepted, this, &ImportDialogue::import);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     updateControls();
+    m_path->setFocus();
 }
 
 void ImportDialogue::pathEdited() {

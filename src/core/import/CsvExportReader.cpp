@@ -62,10 +62,10 @@ QTime CsvExportReader::parseTime(QStringView text) {
 ImportResult CsvExportReader::read(const QString &path, const Progress &progress) const {
     ImportResult result;
     const QString file = QFileInfo(path).fileName();
-    const QByteArray bytes = ImportText::fileBytes(path, result);
+    const QStringList lines = ImportText::fileLines(path, result);
     if (!result.error.isEmpty())
         return result;
-    const QString text = ImportText::lines(bytes, file, result).join(u'\n');
+    const QString text = lines.join(u'\n');
     const QList<CsvRecords::Record> records =
         CsvRecords::parse(text, CsvRecords::delimiterOf(text));
     if (records.isEmpty())

@@ -12,54 +12,55 @@
 #include <QFile>
 #include <QFileInfo>
 
+namespace {
+
+struct Named {
+    ImportSources::Source source;
+    const char *key;
+    const char *title;
+};
+
+// Every source with its name on the command line and in the dialogue, in the dialogue's order.
+constexpr Named names[] = {
+    {ImportSources::Source::Timewarrior, "timewarrior", "Timewarrior"},
+    {ImportSources::Source::Watson, "watson", "Watson"},
+    {ImportSources::Source::Hamster, "hamster", "Hamster"},
+    {ImportSources::Source::KTimeTracker, "ktimetracker", "KTimeTracker"},
+    {ImportSources::Source::Toggl, "toggl", QT_TRANSLATE_NOOP("ImportSources", "Toggl (CSV)")},
+    {ImportSources::Source::Clockify, "clockify",
+     QT_TRANSLATE_NOOP("ImportSources", "Clockify (CSV)")},
+};
+
+const Named &named(ImportSources::Source source) {
+    return names[int(source)];
+}
+
+} // namespace
+
 const QList<ImportSources::Source> &ImportSources::all() {
-    static const QList<Source> sources{Source::Timewarrior,  Source::Watson, Source::Hamster,
-                                       Source::KTimeTracker, Source::Toggl,  Source::Clockify};
+    static const QList<Source> sources = [] {
+        QList<Source> list;
+        for (const Named &each : names)
+            list.append(each.source);
+        return list;
+    }();
     return sources;
 }
 
 QString ImportSources::key(Source source) {
-    switch (source) {
-    case Source::Timewarrior:
-        return QStringLiteral("timewarrior");
-    case Source::Watson:
-        return QStringLiteral("watson");
-    case Source::Hamster:
-        return QStringLiteral("hamster");
-    case Source::KTimeTracker:
-        return QStringLiteral("ktimetracker");
-    case Source::Toggl:
-        return QStringLiteral("toggl");
-    case Source::Clockify:
-        return QStringLiteral("clockify");
-    }
-    return {};
+    return QString::fromLatin1(named(source).key);
 }
 
 std::optional<ImportSources::Source> ImportSources::fromKey(const QString &key) {
-    for (Source source : all()) {
-        if (ImportSources::key(source) == key)
-            return source;
+    for (const Named &each : names) {
+        if (key == QLatin1String(each.key))
+            return each.source;
     }
     return std::nullopt;
 }
 
 QString ImportSources::title(Source source) {
-    switch (source) {
-    case Source::Timewarrior:
-        return QStringLiteral("Timewarrior");
-    case Source::Watson:
-        return QStringLiteral("Watson");
-    case Source::Hamster:
-        return QStringLiteral("Hamster");
-    case Source::KTimeTracker:
-        return QStringLiteral("KTimeTracker");
-    case Source::Toggl:
-        return QCoreApplication::translate("ImportSources", "Toggl (CSV)");
-    case Source::Clockify:
-        return QCoreApplication::translate("ImportSources", "Clockify (CSV)");
-    }
-    return {};
+    return QCoreApplication::translate("ImportSources", named(source).title);
 }
 
 bool ImportSources::takesFolder(Source source) {

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 QByteArray ImportText::fileBytes(const QString &path, ImportResult &result) {
@@ -14,6 +15,12 @@ QByteArray ImportText::fileBytes(const QString &path, ImportResult &result) {
         return {};
     }
     return file.readAll();
+}
+
+QStringList ImportText::fileLines(const QString &path, ImportResult &result) {
+    const QByteArray bytes = fileBytes(path, result);
+    return result.error.isEmpty() ? lines(bytes, QFileInfo(path).fileName(), result)
+                                  : QStringList();
 }
 
 QStringList ImportText::lines(const QByteArray &bytes, const QString &file, ImportResult &result) {

@@ -13,4 +13,7 @@ public:
     static QStringList lines(const QByteArray &bytes, const QString &file, ImportResult &result);
     // The whole file's bytes; an unreadable file sets the result's error.
     static QByteArray fileBytes(const QString &path, ImportResult &result);
+    // The lines of the file, its problems listed under its name; none when it cannot be read
+    // (the result's error says why).
+    static QStringList fileLines(const QString &path, ImportResult &result);
 };

@@ -57,10 +57,9 @@ QList<int> beginLines(const QStringList &lines, QStringView kind) {
 ImportResult KTimeTrackerReader::read(const QString &path, const Progress &progress) const {
     ImportResult result;
     const QString file = QFileInfo(path).fileName();
-    const QByteArray bytes = ImportText::fileBytes(path, result);
+    const QStringList lines = ImportText::fileLines(path, result);
     if (!result.error.isEmpty())
         return result;
-    const QStringList lines = ImportText::lines(bytes, file, result);
     const QByteArray calendarText = lines.join(u'\n').toUtf8();
     const std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)> calendar(
         icalparser_parse_string(calendarText.constData()), &icalcomponent_free);

@@ -135,10 +135,9 @@ ImportResult TimewarriorReader::read(const QString &path, const Progress &progre
     QList<QStringList> texts;
     qint64 total = 0;
     for (const QString &file : std::as_const(files)) {
-        const QByteArray bytes = ImportText::fileBytes(file, result);
+        texts.append(ImportText::fileLines(file, result));
         if (!result.error.isEmpty())
             return result;
-        texts.append(ImportText::lines(bytes, QFileInfo(file).fileName(), result));
         total += texts.constLast().size();
     }
     qint64 done = 0;
