@@ -5,6 +5,7 @@
 #include "CliFileCommands.h"
 #include "CliGlobalOptions.h"
 #include "CliHelp.h"
+#include "CliImport.h"
 #include "CliListings.h"
 #include "CliOptions.h"
 #include "CliTimers.h"
@@ -97,6 +98,10 @@ int CliCommands::runCommand(const QString &command, const QStringList &args) {
              return CliCustomers(m_console, m_preferences, m_supportFolder + u"/customers.plist"_s,
                                  m_file)
                  .run(a);
+         }},
+        {u"import"_s,
+         [&](const QStringList &a) {
+             return CliImport(m_console, m_preferences, m_file, m_supportFolder).run(a);
          }},
         {u"export"_s,
          [&](const QStringList &a) {

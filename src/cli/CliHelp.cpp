@@ -3,10 +3,10 @@
 using namespace Qt::StringLiterals;
 
 const QStringList &CliHelp::commands() {
-    static const QStringList names{u"check"_s,       u"projects"_s,  u"entries"_s, u"running"_s,
-                                   u"start"_s,       u"pause"_s,     u"resume"_s,  u"stop"_s,
-                                   u"add-project"_s, u"add-entry"_s, u"add-fee"_s, u"customers"_s,
-                                   u"filters"_s,     u"export"_s,    u"convert"_s, u"backups"_s};
+    static const QStringList names{
+        u"check"_s,   u"projects"_s, u"entries"_s,     u"running"_s,   u"start"_s,   u"pause"_s,
+        u"resume"_s,  u"stop"_s,     u"add-project"_s, u"add-entry"_s, u"add-fee"_s, u"customers"_s,
+        u"filters"_s, u"export"_s,   u"convert"_s,     u"backups"_s,   u"import"_s};
     return names;
 }
 
@@ -42,6 +42,7 @@ QString CliHelp::general() {
            "  export                   writes a CSV, text, HTML, PDF or RTF report\n"
            "  convert --output PATH    writes the file in the current layout\n"
            "  backups                  lists the kept copies of project files\n"
+           "  import --from SRC PATH   adds another time tracker's projects and entries\n"
            "\n"
            "Items are in the desktop program's order (the \"sortingColumn\" and\n"
            "\"sortAscending\" preferences), and INDEX is 1-based, as entries prints it. Changes\n"
@@ -199,5 +200,24 @@ QString CliHelp::command(const QString &name) {
                "\n"
                "Reads the file (converting the older layout) and writes it to PATH in the\n"
                "current layout, atomically and under PATH's lock. PATH may be the file itself.\n"_s;
+    if (name == u"import")
+        return u"Usage: hourfold-cli [--json] import --from SOURCE PATH [--into FILE]\n"
+               "         [--dry-run] [--skip-problems] [--tag-pattern REGEX]\n"
+               "\n"
+               "Reads another time tracker's data and adds its projects and entries to the\n"
+               "project file: FILE, else the one of --file or the desktop program's last one (a\n"
+               "missing FILE is made). SOURCE is timewarrior (its folder or a .data file),\n"
+               "watson (its folder or frames file), hamster (its database), ktimetracker (its\n"
+               ".ics file), toggl or clockify (their detailed CSV export). Projects are merged\n"
+               "with those of the same name; clients and categories become customers, tags join\n"
+               "the tag list. Timewarrior's first tag names the project, or with --tag-pattern\n"
+               "the first tag that matches it.\n"
+               "  --dry-run         prints the projects, entries, hours and problems; writes\n"
+               "                    nothing\n"
+               "  --skip-problems   imports the rest when lines of the source cannot be used;\n"
+               "                    without it such a source changes nothing (status 1)\n"
+               "With --json the preview is an object with \"source\", \"path\", \"projects\"\n"
+               "(\"name\", \"customer\", \"entries\", \"minutes\", \"running\") and\n"
+               "\"problems\" (\"where\", \"problem\").\n"_s;
     return {};
 }

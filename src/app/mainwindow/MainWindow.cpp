@@ -15,6 +15,7 @@
 #include "export/ExportCommands.h"
 #include "filters/FilterSheet.h"
 #include "filters/SearchResultsWindow.h"
+#include "import/ImportDialogue.h"
 #include "mainwindow/ProjectController.h"
 #include "mainwindow/QuickFilterBar.h"
 #include "mainwindow/RestoreBackupDialog.h"
@@ -29,6 +30,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -217,6 +219,7 @@ void MainWindow::connectCommands() {
     on("showExportSheet:", exports, &ExportCommands::showExportSheet);
     on("print:", exports, &ExportCommands::print);
     on("printPreview:", exports, &ExportCommands::printPreview);
+    on("showImportSheet:", this, &MainWindow::showImportSheet);
     on("performFindPanelAction:", &m_filters, &MainWindowFilters::focusSearchField);
     on("showSearchResults:", m_searchResults,
        [this] { m_searchResults->searchFor(m_filters.searchField()->text()); });
@@ -232,6 +235,24 @@ void MainWindow::connectCommands() {
             [customers](bool hidden) { customers->setChecked(!hidden); });
     connect(&m_filters, &MainWindowFilters::quickFilterBarToggled,
             m_actions.action(u"toggleQuickFilters:"_s), &QAction::setChecked);
+}
+
+void MainWindow::showImportSheet() {
+    auto *dialogue = new ImportDialogue(
+        {m_services.collection, &m_services.customers, &m_services.tags,
+         [this](bool folder) {
+             return folder ? QFileDialog::getExistingDirectory(this, tr("Import from Folder"))
+                           : QFileDialog::getOpenFileName(this, tr("Import from File"));
+         },
+         [this] {
+             m_controller->newDatabase();
+             return m_services.collection.projectArray().isEmpty() &&
+                    m_services.collection.currentFile().isEmpty();
+         }},
+        this);
+    dialogue->setAttribute(Qt::WA_DeleteOnClose);
+    dialogue->setWindowModality(Qt::WindowModal);
+    dialogue->show();
 }
 
 void MainWindow::restoreWindowState() {

@@ -148,6 +148,8 @@ private:
     // Opens the project's row (a new entry or timer in it); the selection stays.
     void expandProject(const Project *project);
     void showPreferences();
+    // File ▸ Import…: another tracker's data into the open document or a new one.
+    void showImportSheet();
     void showAbout();
     // A button of the remote on the list: select the row above or below (round the ends), pause
     // or resume the selected entry, expand or collapse the selected project.

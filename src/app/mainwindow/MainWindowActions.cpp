@@ -36,6 +36,7 @@ MainWindowActions::MainWindowActions(QUndoStack *undo, QWidget *window)
     add(u"revert:"_s, tr("&Revert to Saved"), {});
     add(u"restoreFromBackup:"_s, tr("Restore from &Backup…"), {});
     add(u"showExportSheet:"_s, tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
+    add(u"showImportSheet:"_s, tr("&Import…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
     add(u"print:"_s, tr("&Print…"), QKeySequence::Print);
     add(u"printPreview:"_s, tr("Print Pre&view…"), {});
     add(u"terminate:"_s, tr("&Quit"), QKeySequence::Quit);
@@ -116,8 +117,8 @@ void MainWindowActions::buildMenus(QMenuBar *bar, ProjectListView *list,
         recentMenu->actions().constLast()->setVisible(files.isEmpty());
     });
     fill(file, *this,
-         {"", "save:", "saveAs:", "revert:", "restoreFromBackup:", "", "showExportSheet:", "",
-          "printPreview:", "print:", "", "terminate:"});
+         {"", "save:", "saveAs:", "revert:", "restoreFromBackup:", "",
+          "showImportSheet:", "showExportSheet:", "", "printPreview:", "print:", "", "terminate:"});
     QMenu *edit = bar->addMenu(tr("&Edit"));
     fill(edit, *this,
          {"undo:", "redo:", "", "cut:", "copy:", "paste:", "delete:", "",

@@ -7,6 +7,7 @@
 #include "UndoCommand.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 namespace {
 
@@ -337,6 +338,41 @@ void ProjectCollection::deleteEntry(const std::shared_ptr<ProjectItem> &item,
             project->addEntry(item);
             sortEntriesOfProject(*project);
             changed(project.get());
+        });
+}
+
+void ProjectCollection::addProjectsAndEntries(const QString &operationName,
+                                              const ProjectList &projects,
+                                              const QList<ItemsForProject> &items) {
+    push(
+        operationName,
+        [this, projects, items] {
+            for (const auto &project : projects) {
+                insertProject(project, m_projects.size());
+                sortEntriesOfProject(*project);
+            }
+            for (const auto &[project, added] : items) {
+                for (const auto &item : added)
+                    project->addEntry(item);
+                sortEntriesOfProject(*project);
+            }
+            changed();
+        },
+        [this, projects, items] {
+            for (const auto &project : projects)
+                m_projects.removeAll(project);
+            for (const auto &[project, added] : items) {
+                QSet<const ProjectItem *> leaving;
+                for (const auto &item : added)
+                    leaving.insert(item.get());
+                ItemList kept;
+                for (const auto &item : project->entries()) {
+                    if (!leaving.contains(item.get()))
+                        kept.append(item);
+                }
+                project->setEntries(kept);
+            }
+            changed();
         });
 }
 

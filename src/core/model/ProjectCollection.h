@@ -97,6 +97,11 @@ public:
                      const std::shared_ptr<Project> &project);
     void deleteEntry(const std::shared_ptr<ProjectItem> &item,
                      const std::shared_ptr<Project> &project, const QString &operationName);
+    // Adds whole projects (holding their entries) and items to projects of the document, as one
+    // step under the name; made for imports of many thousands of entries at once.
+    using ItemsForProject = std::pair<std::shared_ptr<Project>, ItemList>;
+    void addProjectsAndEntries(const QString &operationName, const ProjectList &projects,
+                               const QList<ItemsForProject> &items);
     // Moves items from their projects into another, as one step named "Move Entry".
     void moveEntries(const ItemList &items, const std::shared_ptr<Project> &target);
     void editProject(const std::shared_ptr<Project> &project, const Project &values);

@@ -1,0 +1,3 @@
+#include "ImportReader.h"
+
+ImportReader::~ImportReader() = default;
