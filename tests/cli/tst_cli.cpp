@@ -354,7 +354,7 @@ private slots:
         for (const QString &command :
              {u"check"_s, u"projects"_s, u"entries"_s, u"running"_s, u"start"_s, u"pause"_s,
               u"resume"_s, u"stop"_s, u"add-project"_s, u"add-entry"_s, u"add-fee"_s,
-              u"customers"_s, u"filters"_s, u"export"_s, u"convert"_s, u"backups"_s}) {
+              u"customers"_s, u"filters"_s, u"export"_s, u"convert"_s, u"backups"_s, u"import"_s}) {
             QVERIFY2(general.out.contains(u"  "_s + command + u' '), qPrintable(command));
             const Outcome one = run({command, u"--help"_s});
             QCOMPARE(one.exitCode, 0);
