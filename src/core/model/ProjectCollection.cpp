@@ -355,8 +355,9 @@ void ProjectCollection::addProjectsAndEntries(const QString &operationName,
                 for (const auto &item : added)
                     project->addEntry(item);
                 sortEntriesOfProject(*project);
+                m_serialised.invalidate(project.get());
             }
-            changed();
+            changed(nullptr);
         },
         [this, projects, items] {
             for (const auto &project : projects)
@@ -371,8 +372,9 @@ void ProjectCollection::addProjectsAndEntries(const QString &operationName,
                         kept.append(item);
                 }
                 project->setEntries(kept);
+                m_serialised.invalidate(project.get());
             }
-            changed();
+            changed(nullptr);
         });
 }
 
@@ -473,8 +475,10 @@ void ProjectCollection::changeEntries(const QString &operationName,
             entry.setPausedAt(states.at(i).pausedAt);
         }
         for (const auto &entry : targets) {
-            if (entry->parent())
+            if (entry->parent()) {
                 sortEntriesOfProject(*entry->parent());
+                m_serialised.invalidate(entry->parent());
+            }
         }
     };
     QList<State> before;
@@ -490,11 +494,11 @@ void ProjectCollection::changeEntries(const QString &operationName,
         operationName,
         [this, restore, entries, after] {
             restore(entries, after);
-            changed();
+            changed(nullptr);
         },
         [this, restore, entries, before] {
             restore(entries, before);
-            changed();
+            changed(nullptr);
         });
 }
 
