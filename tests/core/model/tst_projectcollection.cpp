@@ -275,6 +275,18 @@ private slots:
             named(c, "App")->setExpanded(!named(c, "App")->expanded());
             c.moveProject(named(c, "Hidden"), 0);
         });
+        QTest::newRow("import into a project") << Operation([](ProjectCollection &c) {
+            c.addProjectsAndEntries(u"Import"_s, {project(u"New"_s)},
+                                    {{named(c, "Web"), {dayEntry(u"01.11.2026"_s, 30)}}});
+        });
+        QTest::newRow("change entries of several projects") << Operation([](ProjectCollection &c) {
+            const QList<std::shared_ptr<Entry>> entries{
+                std::static_pointer_cast<Entry>(named(c, "Web")->entries().last()),
+                c.startTimerInProject(named(c, "App"))};
+            c.flushPendingSave();
+            c.changeEntries(u"Time Away"_s, entries,
+                            [](Entry &entry) { entry.setComment(u"Away"_s); });
+        });
         QTest::newRow("pause a timer") << Operation([](ProjectCollection &c) {
             const auto entry = c.startTimerInProject(named(c, "App"));
             c.flushPendingSave();
