@@ -1,8 +1,8 @@
 // The desktop program's main window on a project file, changing the document without end: a
 // timer started, then a typed entry added, over and over, each change saved at once by crash
-// protection. After every save it prints "saved" and the number of items, so that the crash
-// campaign can kill it at moments of its choosing. Arguments: the project file and the
-// preferences file.
+// protection, the next change made as soon as the last one is on disk. After every save it prints
+// "saved" and the number of items, so that the crash campaign can kill it at moments of its
+// choosing. Arguments: the project file and the preferences file.
 
 #include "support/ScriptedUser.h"
 
@@ -50,13 +50,15 @@ int main(int argc, char *argv[]) {
         std::fputs("hourfold-soak-driver: the project file has no project\n", stderr);
         return 1;
     }
-    QObject::connect(&collection, &ProjectCollection::saved, [&collection] {
+    int round = 0;
+    QTimer changes;
+    changes.setSingleShot(true);
+    QObject::connect(&collection, &ProjectCollection::saved, [&collection, &changes] {
         std::printf("saved %lld\n",
                     static_cast<long long>(collection.projectArray().first()->entries().size()));
         std::fflush(stdout);
+        changes.start(0);
     });
-    int round = 0;
-    QTimer changes;
     QObject::connect(&changes, &QTimer::timeout, [&] {
         const auto project = collection.projectArray().first();
         if (round++ % 2 == 0) {

@@ -342,6 +342,15 @@ private slots:
     }
     void saveFaults() {
         QFETCH(QString, fault);
+        std::optional<FileFailures::ObeyPermissions> obey;
+        if (fault == u"read-only folder") {
+            // Rights are per thread: the writer thread takes them from the document made now.
+            obey.emplace();
+            m_controller.reset();
+            m_collection = std::make_unique<ProjectCollection>(*m_preferences);
+            m_controller = std::make_unique<ProjectController>(*m_preferences, *m_collection,
+                                                               *m_user, *m_user, *m_user);
+        }
         const QString folder = m_folder->filePath(u"docs"_s);
         const QString file = folder + u"/work.projects"_s;
         QVERIFY(QDir().mkpath(folder) && ProjectFile::save(file, oneProject(u"Web"_s)).ok);
@@ -350,11 +359,9 @@ private slots:
         m_preferences->setObject(1, u"crashProtection");
         const QByteArray before = readFile(file);
         std::optional<FileFailures::LimitFileSize> full;
-        std::optional<FileFailures::ObeyPermissions> obey;
         if (fault == u"full disk") {
             full.emplace(200);
         } else if (fault == u"read-only folder") {
-            obey.emplace();
             QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
         } else if (fault == u"file replaced by a folder") {
             QVERIFY(QFile::remove(file) && QDir().mkpath(file + u"/inside"_s));
