@@ -1,5 +1,6 @@
 #include "ProjectFileLock.h"
 
+#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QThread>
@@ -9,6 +10,9 @@
 namespace {
 
 constexpr qint64 retryIntervalMs = 20;
+// A program writes its name into the lock file as it makes it; a file that still names nobody
+// after this long belongs to a program that was killed in between.
+constexpr qint64 ownerlessAfterMs = 1000;
 
 } // namespace
 
@@ -31,11 +35,26 @@ bool ProjectFileLock::lock(int timeoutMs) {
     // is free and give up.
     const QDeadlineTimer deadline(timeoutMs);
     while (!m_lock->tryLock(0)) {
+        if (m_lock->error() == QLockFile::LockFailedError && removeIfOwnerless())
+            continue;
         if (m_lock->error() != QLockFile::LockFailedError || deadline.hasExpired())
             return fail();
         QThread::msleep(ulong(std::min<qint64>(retryIntervalMs, deadline.remainingTime())));
     }
     return true;
+}
+
+bool ProjectFileLock::removeIfOwnerless() {
+    qint64 pid = 0;
+    QString host;
+    QString application;
+    if (m_lock->getLockInfo(&pid, &host, &application))
+        return false;
+    const QFileInfo file(lockPathFor(m_projectPath));
+    if (!file.exists() ||
+        file.lastModified().msecsTo(QDateTime::currentDateTime()) < ownerlessAfterMs)
+        return false;
+    return m_lock->removeStaleLockFile();
 }
 
 bool ProjectFileLock::fail() {

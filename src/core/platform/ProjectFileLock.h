@@ -23,6 +23,8 @@ public:
 private:
     // Sets the reason the lock was not taken; false.
     bool fail();
+    // Removes a lock file that names no program and is too old to be in the making.
+    bool removeIfOwnerless();
 
     QString m_projectPath;
     std::unique_ptr<QLockFile> m_lock;

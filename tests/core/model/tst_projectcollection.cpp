@@ -348,6 +348,25 @@ private slots:
         m_collection->setCustomerDirectory(&m_customers);
     }
 
+    // A program killed between making the lock file and writing its name into it leaves an empty
+    // lock file: it counts as taken only while it could still be in the making.
+    void ownerlessLockFile_data() {
+        QTest::addColumn<int>("ageSeconds");
+        QTest::addColumn<bool>("taken");
+        QTest::newRow("just made") << 0 << false;
+        QTest::newRow("two seconds old") << 2 << true;
+    }
+    void ownerlessLockFile() {
+        QFETCH(int, ageSeconds);
+        QFile empty(ProjectFileLock::lockPathFor(m_path));
+        QVERIFY(empty.open(QIODevice::WriteOnly));
+        QVERIFY(empty.setFileTime(QDateTime::currentDateTime().addSecs(-ageSeconds),
+                                  QFileDevice::FileModificationTime));
+        empty.close();
+        ProjectFileLock lock(m_path);
+        QTEST(lock.lock(0), "taken");
+    }
+
     void waitsForTheLock() {
         ProjectFileLock other(m_path);
         QVERIFY(other.lock());
