@@ -85,9 +85,9 @@ BackgroundWriter::Result BackgroundWriter::write(const Job &job) {
     if (!fileLock.lock()) {
         result.error = fileLock.errorString();
     } else if (checked && QFileInfo::exists(job.path) && m_known.differsFrom(job.path)) {
-        // A file that is gone (removed, or its folder made again) is written anew: nothing of
-        // another program's would be lost.
-        // The message is the document's, translated as such.
+        // Another program's change is never overwritten; a file that is gone (removed, or its
+        // folder made again) is written anew, as nothing of anyone's would be lost. The message
+        // is the document's, translated as such.
         result.error = QCoreApplication::translate(
                            "ProjectCollection",
                            "\"%1\" was changed by another program since it was opened or last "
