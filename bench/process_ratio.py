@@ -39,6 +39,7 @@ def main():
     cli = os.path.join(bin_dir, "hourfold-cli")
     sax = os.path.join(bin_dir, "hourfold-sax")
     missed = 0
+    judged = 0
     print("hourfold-cli check against the bare SAX2 pass, whole processes "
           f"(medians of {repetitions}; ms, MB = 10^6 bytes):")
     print(f"{'file':>24}{'size':>8}{'check':>9}{'bare':>9}{'ratio':>8}{'check cpu':>11}"
@@ -64,10 +65,11 @@ def main():
                   f"{bare * 1e3:9.0f}{check / bare:7.2f}x{check_cpu * 1e3:11.0f}"
                   f"{bare_cpu * 1e3:10.0f}{ratio:7.2f}x{peak / 1e6:8.0f}{peak / size:10.2f}x")
             if "-100000." in document:
+                judged += 1
                 missed += ratio > RATIO_TARGET or peak > MEMORY_TARGET * size
     print(f"Targets at 100,000 entries: processor time ratio <= {RATIO_TARGET:g}, "
           f"peak <= {MEMORY_TARGET:g} x size"
-          f"  {'MISSED' if missed else 'met'}")
+          f"  {'MISSED' if missed else 'met' if judged else 'not judged (no entries-100000 file)'}")
     sys.exit(3 if missed else 0)
 
 
